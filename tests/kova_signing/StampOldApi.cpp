@@ -1,0 +1,3 @@
+#include <kova/KPluginStamp.h>
+
+KOVA_PLUGIN_STAMP_FOR_API("20240000");
