@@ -1,0 +1,75 @@
+#include <atomic>
+#include <kova/KArrayStats.h>
+#include <kova/KFailureInjection.h>
+#include <kova/detail/KArrayBuffer.h>
+#include <new>
+#include <oneapi/tbb/scalable_allocator.h>
+
+namespace {
+
+constexpr std::size_t kBigBuffer = std::size_t(1) << 20;
+
+// Sanitizers only see memory of the global allocator: in sanitizer builds every buffer comes
+// from it, so that overflows are caught and reuse between threads is understood.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kUseScalableAllocator = false;
+#else
+constexpr bool kUseScalableAllocator = true;
+#endif
+constexpr std::size_t kAlignment = 64;
+
+std::atomic<std::size_t> liveBufferCount{0};
+std::atomic<std::size_t> liveByteCount{0};
+
+void requestHugePages() {
+    static const bool requested = [] {
+        scalable_allocation_mode(TBBMALLOC_USE_HUGE_PAGES, 1);
+        return true;
+    }();
+    (void)requested;
+}
+
+} // namespace
+
+namespace kova::detail {
+
+void* allocateArrayBuffer(std::size_t bytes) {
+    if (bytes == 0 || KFailureInjection::shouldFail("KArray::allocate")) {
+        return nullptr;
+    }
+    void* buffer = nullptr;
+    if (kUseScalableAllocator && bytes >= kBigBuffer) {
+        requestHugePages();
+        buffer = scalable_aligned_malloc(bytes, kAlignment);
+    } else {
+        buffer = ::operator new(bytes, std::align_val_t(kAlignment), std::nothrow);
+    }
+    if (buffer != nullptr) {
+        liveBufferCount.fetch_add(1, std::memory_order_relaxed);
+        liveByteCount.fetch_add(bytes, std::memory_order_relaxed);
+    }
+    return buffer;
+}
+
+void freeArrayBuffer(void* buffer, std::size_t bytes) {
+    if (buffer == nullptr) {
+        return;
+    }
+    if (kUseScalableAllocator && bytes >= kBigBuffer) {
+        scalable_aligned_free(buffer);
+    } else {
+        ::operator delete(buffer, std::align_val_t(kAlignment));
+    }
+    liveBufferCount.fetch_sub(1, std::memory_order_relaxed);
+    liveByteCount.fetch_sub(bytes, std::memory_order_relaxed);
+}
+
+} // namespace kova::detail
+
+std::size_t KArrayStats::liveBuffers() {
+    return liveBufferCount.load(std::memory_order_relaxed);
+}
+
+std::size_t KArrayStats::liveBytes() {
+    return liveByteCount.load(std::memory_order_relaxed);
+}
