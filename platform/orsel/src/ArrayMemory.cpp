@@ -1,0 +1,121 @@
+#include <atomic>
+#include <cstdint>
+#include <new>
+#include <orsel/ArrayMemory.h>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ORSEL_ARRAYS_USE_OPERATOR_NEW 1
+#else
+#define ORSEL_ARRAYS_USE_OPERATOR_NEW 0
+#include <sys/mman.h>
+#include <tbb/scalable_allocator.h>
+#endif
+
+namespace Orsel {
+
+namespace {
+
+std::atomic<std::size_t> gLiveBuffers{0};
+std::atomic<std::size_t> gLiveBytes{0};
+std::atomic<std::uint64_t> gAllocations{0};
+
+void countAllocation(std::size_t bytes) noexcept {
+    gLiveBuffers.fetch_add(1, std::memory_order_relaxed);
+    gLiveBytes.fetch_add(bytes, std::memory_order_relaxed);
+    gAllocations.fetch_add(1, std::memory_order_relaxed);
+}
+
+void countDeallocation(std::size_t bytes) noexcept {
+    gLiveBuffers.fetch_sub(1, std::memory_order_relaxed);
+    gLiveBytes.fetch_sub(bytes, std::memory_order_relaxed);
+}
+
+#if !ORSEL_ARRAYS_USE_OPERATOR_NEW
+
+// Allocator settings, applied once per process before the first array buffer.
+void configureAllocator() noexcept {
+    static const bool configured = [] {
+        scalable_allocation_mode(TBBMALLOC_USE_HUGE_PAGES, 1);
+        scalable_allocation_mode(TBBMALLOC_SET_HUGE_SIZE_THRESHOLD, ArrayMemory::kCachedBlockBytes);
+        return true;
+    }();
+    (void)configured;
+}
+
+// Asks for transparent huge pages on the whole 2 MiB pages inside the block.
+void adviseHugePages(void* block, std::size_t bytes) noexcept {
+    const auto begin = reinterpret_cast<std::uintptr_t>(block);
+    const std::uintptr_t mask = ArrayMemory::kHugePageBytes - 1;
+    const std::uintptr_t first = (begin + mask) & ~mask;
+    const std::uintptr_t last = (begin + bytes) & ~mask;
+    if (last > first) {
+        // Advice only: a kernel without THP support leaves ordinary pages, which still work.
+        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
+}
+
+#endif
+
+} // namespace
+
+namespace ArrayMemory {
+
+void* allocate(std::size_t bytes) {
+#if ORSEL_ARRAYS_USE_OPERATOR_NEW
+    void* block = ::operator new(bytes, std::align_val_t(kAlignment));
+#else
+    configureAllocator();
+    const bool huge = bytes >= kHugePageBytes;
+    void* block = scalable_aligned_malloc(bytes, huge ? kHugePageBytes : kAlignment);
+    if (!block) {
+        throw std::bad_alloc();
+    }
+    if (huge) {
+        adviseHugePages(block, bytes);
+    }
+#endif
+    countAllocation(bytes);
+    return block;
+}
+
+void deallocate(void* buffer, std::size_t bytes) noexcept {
+    if (!buffer) {
+        return;
+    }
+    countDeallocation(bytes);
+#if ORSEL_ARRAYS_USE_OPERATOR_NEW
+    ::operator delete(buffer, std::align_val_t(kAlignment));
+#else
+    scalable_aligned_free(buffer);
+#endif
+}
+
+void releaseCached() noexcept {
+#if !ORSEL_ARRAYS_USE_OPERATOR_NEW
+    scalable_allocation_command(TBBMALLOC_CLEAN_ALL_BUFFERS, nullptr);
+#endif
+}
+
+bool usesScalableAllocator() noexcept {
+    return !ORSEL_ARRAYS_USE_OPERATOR_NEW;
+}
+
+} // namespace ArrayMemory
+
+namespace ArrayStats {
+
+std::size_t liveBuffers() noexcept {
+    return gLiveBuffers.load(std::memory_order_relaxed);
+}
+
+std::size_t liveBytes() noexcept {
+    return gLiveBytes.load(std::memory_order_relaxed);
+}
+
+std::uint64_t allocations() noexcept {
+    return gAllocations.load(std::memory_order_relaxed);
+}
+
+} // namespace ArrayStats
+
+} // namespace Orsel

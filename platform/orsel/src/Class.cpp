@@ -1,0 +1,7 @@
+#include <orsel/Class.h>
+
+namespace Orsel {
+
+Class::~Class() = default;
+
+} // namespace Orsel
