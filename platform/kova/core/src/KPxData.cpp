@@ -1,0 +1,3 @@
+#include <kova/KPxData.h>
+
+KPxData::~KPxData() = default;
