@@ -1,0 +1,19 @@
+#pragma once
+
+#include <zelvane/executor/PortDirection.h>
+
+#include <orsel/MetadataItem.h>
+#include <orsel/String.h>
+#include <orsel/Type.h>
+
+namespace ZelvaneBoard {
+
+// One port of the graph a board carries.
+struct PortSpec {
+    Orsel::String name;
+    ZelvaneGraph::Executor::PortDirection direction = ZelvaneGraph::Executor::PortDirection::Input;
+    Orsel::Type type;
+    Orsel::MetadataItem metadata;
+};
+
+} // namespace ZelvaneBoard
