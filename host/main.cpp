@@ -1,0 +1,37 @@
+// kova: the command-line host. Loads plug-ins the way the host application does and runs
+// them on real data.
+
+#include "CliMessageSink.h"
+#include "HostSession.h"
+#include "PluginInfoCommand.h"
+
+#include <kova/KMessageSink.h>
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+int main(int argc, char** argv) {
+    CLI::App app{"kova: headless Kova host for Zelvane graphs"};
+    app.require_subcommand(1);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return std::string("kova: ") + error.what() + "\n";
+    });
+    KMessages::setSink(std::make_shared<KovaHost::CliMessageSink>());
+
+    KovaHost::PluginInfoOptions pluginInfo;
+    pluginInfo.pluginPath = KovaHost::defaultPluginPath();
+    CLI::App* pluginInfoCommand = app.add_subcommand(
+        "plugin-info", "Load a translation plug-in, bind it to a board, add one port of every "
+                       "kind and report what it created");
+    pluginInfoCommand->add_option("--plugin", pluginInfo.pluginPath, "Plug-in library")
+        ->check(CLI::ExistingFile)
+        ->capture_default_str();
+    pluginInfoCommand->add_flag("--json", pluginInfo.json, "Print the report as JSON");
+
+    CLI11_PARSE(app, argc, argv);
+    if (pluginInfoCommand->parsed()) {
+        return KovaHost::runPluginInfo(pluginInfo);
+    }
+    return 1;
+}

@@ -1,0 +1,82 @@
+// `kova plugin-info` as a user runs it.
+
+#include <nlohmann/json.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <cstdio>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct CliRun {
+    int exitCode;
+    std::string output;
+};
+
+CliRun kova(const std::string& arguments) {
+    const std::string command = std::string("'") + KOVA_PATH + "' " + arguments + " 2>&1";
+    FILE* pipe = ::popen(command.c_str(), "r");
+    std::string output;
+    std::array<char, 4096> buffer{};
+    while (pipe && std::fgets(buffer.data(), buffer.size(), pipe)) {
+        output += buffer.data();
+    }
+    const int raw = pipe ? ::pclose(pipe) : -1;
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, output};
+}
+
+TEST(PluginInfoCli, ReportsEveryPortKindAsJson) {
+    const CliRun run = kova("plugin-info --json --plugin '" + std::string(PLUGIN_PATH) + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const nlohmann::json report = nlohmann::json::parse(run.output);
+    EXPECT_EQ(report["apiVersion"], "20250000");
+    EXPECT_EQ(report["signature"], "ok");
+    EXPECT_EQ(report["supportedTypes"],
+              nlohmann::json({"Object", "Simulation::Time",
+                              "Geometry::Transform::GraphTransforms",
+                              "File::Project::SceneInfo"}));
+    std::map<std::string, nlohmann::json> ports;
+    for (const auto& port : report["ports"]) {
+        ports[port["name"]] = port;
+    }
+    EXPECT_EQ(ports["geometry"]["attributes"], nlohmann::json({"geometry"}));
+    EXPECT_EQ(ports["result"]["connections"],
+              nlohmann::json({"board1.result -> zelShapeShape1.inputSurface"}));
+    EXPECT_EQ(ports["time"]["connections"], nlohmann::json({"time1.outTime -> board1.time"}));
+    EXPECT_FALSE(ports["amount"]["hostAttribute"]);
+    EXPECT_EQ(ports["amount"]["attributes"], nlohmann::json::array());
+    EXPECT_NE(std::find(report["sceneNodes"].begin(), report["sceneNodes"].end(), "zel1"),
+              report["sceneNodes"].end());
+}
+
+TEST(PluginInfoCli, PrintsAReadableSummaryByDefault) {
+    const CliRun run = kova("plugin-info --plugin '" + std::string(PLUGIN_PATH) + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("signature: ok"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("(not handled)"), std::string::npos) << run.output;
+}
+
+TEST(PluginInfoCli, FailsWithOneLineForAMissingPlugin) {
+    const CliRun run = kova("plugin-info --plugin /nonexistent/plugin.so");
+    EXPECT_NE(run.exitCode, 0);
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
+}
+
+TEST(PluginInfoCli, RefusesALibraryThatIsNotASignedPluginInOneLine) {
+    const CliRun run = kova("plugin-info --plugin '" + std::string(UNSIGNED_PATH) + "'");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.output.find("refused"), std::string::npos) << run.output;
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
+}
+
+TEST(PluginInfoCli, RequiresASubcommand) {
+    const CliRun run = kova("");
+    EXPECT_NE(run.exitCode, 0);
+}
+
+} // namespace
