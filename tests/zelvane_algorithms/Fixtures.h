@@ -1,0 +1,137 @@
+#pragma once
+
+// Small geometry objects for the algorithm tests, built either through the geometry
+// library's checked constructors or raw (properties set as given, to feed broken layouts).
+
+#include <cmath>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <orsel/Array.h>
+#include <orsel/Ptr.h>
+#include <vector>
+#include <zelvane/Object.h>
+#include <zelvane/geometry/ElementCount.h>
+#include <zelvane/geometry/Mesh.h>
+#include <zelvane/geometry/Names.h>
+#include <zelvane/geometry/Strand.h>
+#include <zelvane/math/Vector.h>
+
+namespace fixtures {
+
+using Zelvane::Math::float3;
+
+template <class T>
+Orsel::Ptr<Orsel::Array<T>> array(const std::vector<T>& values) {
+    auto out = Orsel::make<Orsel::Array<T>>();
+    for (const T& value : values) {
+        out->push_back(value);
+    }
+    return out;
+}
+
+template <class T>
+std::vector<T> values(const Orsel::Array<T>& array) {
+    return {array.begin(), array.end()};
+}
+
+inline Orsel::Ptr<Zelvane::Object> mesh(const std::vector<float3>& positions,
+                                        const std::vector<std::uint32_t>& faceOffsets,
+                                        const std::vector<std::uint32_t>& faceVertices) {
+    auto object = Zelvane::createObject();
+    const bool made = Zelvane::Geometry::populateMesh(array(positions), array(faceVertices),
+                                                      array(faceOffsets), *object);
+    EXPECT_TRUE(made) << "fixture mesh is not a valid mesh";
+    return object;
+}
+
+// A mesh object whose arrays and counts are set exactly as given, valid or not.
+inline Orsel::MutablePtr<Zelvane::Object> rawMesh(const std::vector<float3>& positions,
+                                                  const std::vector<std::uint32_t>& faceOffsets,
+                                                  const std::vector<std::uint32_t>& faceVertices) {
+    namespace G = Zelvane::Geometry;
+    auto object = Zelvane::createObject();
+    object->set(G::sPointPosition, array(positions));
+    object->set(G::sFaceOffset, array(faceOffsets));
+    object->set(G::sFaceVertex, array(faceVertices));
+    G::setElementCount(G::sPointComp, positions.size(), *object);
+    G::setElementCount(G::sFaceComp, faceOffsets.empty() ? 0 : faceOffsets.size() - 1, *object);
+    G::setElementCount(G::sFaceVertexComp, faceVertices.size(), *object);
+    return object;
+}
+
+// Point i of the unit cube is at (x, y, z) with i = x + 2y + 4z; faces wind outwards.
+inline Orsel::Ptr<Zelvane::Object> unitCube() {
+    std::vector<float3> corners;
+    for (int i = 0; i < 8; ++i) {
+        corners.push_back({float(i & 1), float((i >> 1) & 1), float((i >> 2) & 1)});
+    }
+    return mesh(corners, {0, 4, 8, 12, 16, 20, 24},
+                {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5});
+}
+
+// Mesh objects that each break one rule of the layout.
+inline std::vector<Orsel::Ptr<Zelvane::Object>> brokenMeshes() {
+    namespace G = Zelvane::Geometry;
+    const std::vector<float3> p{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+    const std::vector<std::uint32_t> corners{0, 1, 2, 1, 3, 2};
+    std::vector<Orsel::Ptr<Zelvane::Object>> broken{
+        rawMesh(p, {0, 3, 2, 6}, corners),                   // decreasing offsets
+        rawMesh(p, {0, 3, 7}, corners),                      // past the face-vertices
+        rawMesh(p, {0, 3, 5}, corners),                      // short of them
+        rawMesh(p, {1, 3, 6}, corners),                      // not starting at 0
+        rawMesh(p, {}, {}),                                  // no offsets at all
+        rawMesh(p, {0, 3, 6}, {0, 1, 2, 1, 4, 2}),           // point index out of range
+        rawMesh(p, {0, 3, 6}, {0, 1, 2, 1, 0xFFFFFFFFu, 2}), // far out of range
+        rawMesh({p[0], p[1]}, {0, 3, 6}, corners),           // truncated positions
+    };
+    auto wrongCount = rawMesh(p, {0, 3, 6}, corners);
+    G::setElementCount(G::sFaceComp, 3, *wrongCount);
+    auto noCount = rawMesh(p, {0, 3, 6}, corners);
+    noCount->remove(G::elementCountName(G::sPointComp));
+    auto wrongType = rawMesh(p, {0, 3, 6}, corners);
+    wrongType->set(G::sPointPosition, array(std::vector<float>{0, 0, 0, 1, 0, 0}));
+    auto noFaceVertices = rawMesh(p, {0, 3, 6}, corners);
+    noFaceVertices->remove(G::sFaceVertex);
+    for (auto* object : {&wrongCount, &noCount, &wrongType, &noFaceVertices}) {
+        broken.push_back(std::move(*object));
+    }
+    return broken;
+}
+
+inline Orsel::Ptr<Zelvane::Object> strands(const std::vector<float3>& positions,
+                                           const std::vector<std::uint32_t>& offsets) {
+    auto object = Zelvane::createObject();
+    const bool made = Zelvane::Geometry::populateStrand(array(positions), array(offsets), *object);
+    EXPECT_TRUE(made) << "fixture strands are not a valid strand object";
+    return object;
+}
+
+// A strand object whose arrays and counts are set exactly as given, valid or not.
+inline Orsel::MutablePtr<Zelvane::Object> rawStrands(const std::vector<float3>& positions,
+                                                     const std::vector<std::uint32_t>& offsets) {
+    namespace G = Zelvane::Geometry;
+    auto object = Zelvane::createObject();
+    object->set(G::sPointPosition, array(positions));
+    object->set(G::sStrandOffset, array(offsets));
+    G::setElementCount(G::sPointComp, positions.size(), *object);
+    G::setElementCount(G::sStrandComp, offsets.empty() ? 0 : offsets.size() - 1, *object);
+    return object;
+}
+
+inline ::testing::AssertionResult near(const float3& actual, const float3& expected,
+                                       float tolerance = 1e-6f) {
+    const float3 d = actual - expected;
+    if (std::abs(d.x) <= tolerance && std::abs(d.y) <= tolerance && std::abs(d.z) <= tolerance) {
+        return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure()
+           << "(" << actual.x << ", " << actual.y << ", " << actual.z << ") is not (" << expected.x
+           << ", " << expected.y << ", " << expected.z << ")";
+}
+
+// `v` scaled to unit length, for writing expected normals.
+inline float3 unit(float x, float y, float z) {
+    return Zelvane::Math::normalize(float3{x, y, z});
+}
+
+} // namespace fixtures
