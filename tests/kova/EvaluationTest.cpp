@@ -2,7 +2,9 @@
 
 #include <kova/KDGModifier.h>
 #include <kova/KGlobal.h>
+#include <kova/KFnAttribute.h>
 #include <kova/KMessageCapture.h>
+#include <kova/KObjectArray.h>
 
 namespace {
 
@@ -125,6 +127,30 @@ TEST_F(EvaluationTest, DestinationWithSourceIsRefusedUnlessForced) {
     EXPECT_FALSE(KGlobal::executeCommand("connectAttr a.output c.input"));
     ASSERT_TRUE(KGlobal::executeCommand("connectAttr -force a.output c.input"));
     EXPECT_EQ(plug(c, "input").source(), plug(a, "output"));
+}
+
+} // namespace
+
+namespace {
+
+std::vector<std::string> affectedNames(const KObject& node, const char* attribute) {
+    KFnDependencyNode fnNode(node);
+    KObjectArray affected;
+    EXPECT_TRUE(fnNode.getAffectedAttributes(fnNode.attribute(attribute), affected));
+    std::vector<std::string> names;
+    for (unsigned int i = 0; i < affected.length(); ++i) {
+        names.push_back(KFnAttribute(affected[i]).name().str());
+    }
+    return names;
+}
+
+TEST_F(EvaluationTest, ReportsTheDeclaredAffectsRelations) {
+    const KObject node = createNode("testScale", "scale");
+    EXPECT_EQ(affectedNames(node, "input"), std::vector<std::string>{"output"});
+    EXPECT_EQ(affectedNames(node, "mode"), std::vector<std::string>{"output"});
+    EXPECT_EQ(affectedNames(node, "output"), std::vector<std::string>{});
+    KObjectArray affected;
+    EXPECT_FALSE(KFnDependencyNode(node).getAffectedAttributes(KObject::kNullObj, affected));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <kova/KFnAttribute.h>
 #include <kova/KFnDependencyNode.h>
+#include <kova/KObjectArray.h>
 #include <kova/KPlug.h>
 
 #include <algorithm>
@@ -81,6 +82,29 @@ TEST_F(GeoToKovaNode, StartsFromItsDefaults) {
               KString(Zelvane::Geometry::sPointColor.internal_string_view()));
     EXPECT_EQ(plug("componentTags").asString(), KString("*"));
     EXPECT_TRUE(plug("zelvaneGeo").asKObject().isNull());
+}
+
+} // namespace
+
+namespace {
+
+std::vector<std::string> affectedBy(const KObject& node, const char* attribute) {
+    KFnDependencyNode fnNode(node);
+    KObjectArray affected;
+    EXPECT_TRUE(fnNode.getAffectedAttributes(fnNode.attribute(attribute), affected));
+    std::vector<std::string> names;
+    for (unsigned int i = 0; i < affected.length(); ++i) {
+        names.push_back(KFnAttribute(affected[i]).name().str());
+    }
+    return names;
+}
+
+TEST_F(GeoToKovaNode, TheMeshDependsOnEveryInputButThePropertyFilter) {
+    const std::vector<std::string> mesh = {"kovaMesh"};
+    EXPECT_EQ(affectedBy(node_, "transferNormals"), mesh);
+    EXPECT_EQ(affectedBy(node_, "zelvaneGeo"), mesh);
+    EXPECT_EQ(affectedBy(node_, "componentTags"), mesh);
+    EXPECT_EQ(affectedBy(node_, "properties"), std::vector<std::string>{});
 }
 
 } // namespace

@@ -187,3 +187,20 @@ KStatus KFnDependencyNode::getConnections(KPlugArray& plugs) const {
     }
     return KStatus();
 }
+
+KStatus KFnDependencyNode::getAffectedAttributes(const KObject& attribute,
+                                                 KObjectArray& affected) const {
+    const Node* node = kova::detail::nodeOf(object_);
+    const kova::detail::Attribute* a = kova::detail::attributeOf(attribute);
+    if (node == nullptr || a == nullptr) {
+        return KStatus(KStatus::kInvalidParameter, "no node attached, or not an attribute");
+    }
+    affected.clear();
+    if (a->owner != node->type.get()) {
+        return KStatus();
+    }
+    for (int index : node->type->affects[static_cast<std::size_t>(a->index)]) {
+        affected.append(kova::detail::objectOf(node->type->attributes.at(index)));
+    }
+    return KStatus();
+}

@@ -2,6 +2,7 @@
 
 #include <kova/KExport.h>
 #include <kova/KFnBase.h>
+#include <kova/KObjectArray.h>
 #include <kova/KPlug.h>
 #include <kova/KPlugArray.h>
 #include <kova/KStatus.h>
@@ -52,6 +53,9 @@ public:
                    KStatus* status = nullptr) const;
     // The node's plugs that take part in connections (as source or destination).
     KStatus getConnections(KPlugArray& plugs) const;
+    // The attributes of this node that a change of `attribute` dirties directly (declared
+    // with KPxNode::attributeAffects), in declaration order; empty for dynamic attributes.
+    KStatus getAffectedAttributes(const KObject& attribute, KObjectArray& affected) const;
 
     // The classification string registered for the node type `typeName`.
     static KString classification(const KString& typeName);
