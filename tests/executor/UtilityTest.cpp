@@ -1,0 +1,44 @@
+// Environment switches as the executor reads them.
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <zelvane/executor/Utility.h>
+
+namespace {
+
+using ZelvaneGraph::Executor::Utility::getEnvBool;
+
+constexpr const char* kName = "ZELVANE_EXECUTOR_TEST_SWITCH";
+
+TEST(GetEnvBool, ReadsTheUsualSpellingsOfOnAndOff) {
+    for (const char* on : {"1", "true", "TRUE", "Yes", "on"}) {
+        ::setenv(kName, on, 1);
+        EXPECT_TRUE(getEnvBool(kName, false)) << on;
+    }
+    for (const char* off : {"0", "false", "No", "OFF", ""}) {
+        ::setenv(kName, off, 1);
+        EXPECT_FALSE(getEnvBool(kName, true)) << off;
+    }
+    ::unsetenv(kName);
+}
+
+TEST(GetEnvBool, FallsBackToTheDefaultWhenUnsetOrUnreadable) {
+    ::unsetenv(kName);
+    EXPECT_TRUE(getEnvBool(kName, true));
+    EXPECT_FALSE(getEnvBool(kName, false));
+    ::setenv(kName, "maybe", 1);
+    EXPECT_TRUE(getEnvBool(kName, true));
+    EXPECT_FALSE(getEnvBool(kName, false));
+    ::unsetenv(kName);
+    EXPECT_FALSE(getEnvBool(nullptr, false));
+}
+
+TEST(GetEnvBool, ReadsTheVariableAfreshEachTime) {
+    ::setenv(kName, "1", 1);
+    EXPECT_TRUE(getEnvBool(kName));
+    ::setenv(kName, "0", 1);
+    EXPECT_FALSE(getEnvBool(kName));
+    ::unsetenv(kName);
+}
+
+} // namespace
