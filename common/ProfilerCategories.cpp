@@ -10,7 +10,11 @@ const int gCurveConverterCategory =
     KProfiler::addCategory("Zelvane/CurveConverter", "Events from the Zelvane curve converter");
 } // namespace
 
-int meshConverterCategory() { return gMeshConverterCategory; }
-int curveConverterCategory() { return gCurveConverterCategory; }
+int meshConverterCategory() {
+    return gMeshConverterCategory;
+}
+int curveConverterCategory() {
+    return gCurveConverterCategory;
+}
 
 } // namespace ZelvanePlugin

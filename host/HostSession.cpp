@@ -2,11 +2,9 @@
 
 #include <board/BoardExecutor.h>
 #include <board/BoardNode.h>
-
+#include <filesystem>
 #include <kova/KPluginLoader.h>
 #include <kova/KScene.h>
-
-#include <filesystem>
 
 namespace KovaHost {
 

@@ -2,7 +2,6 @@
 
 #include <kova/KObject.h>
 #include <kova/KString.h>
-
 #include <string>
 
 namespace KovaHost {

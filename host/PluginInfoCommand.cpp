@@ -4,12 +4,8 @@
 
 #include <board/BoardExecutor.h>
 #include <board/BoardNode.h>
-
-#include <zelvane/Object.h>
-#include <zelvane/file/SceneInfo.h>
-#include <zelvane/geometry/GraphTransforms.h>
-#include <zelvane/simulation/Time.h>
-
+#include <fmt/format.h>
+#include <iostream>
 #include <kova/KApiVersion.h>
 #include <kova/KFnAttribute.h>
 #include <kova/KFnDependencyNode.h>
@@ -17,12 +13,12 @@
 #include <kova/KPlugArray.h>
 #include <kova/KScene.h>
 #include <kova/signing/VerifyPlugin.h>
-
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
-
-#include <iostream>
 #include <set>
+#include <zelvane/Object.h>
+#include <zelvane/file/SceneInfo.h>
+#include <zelvane/geometry/GraphTransforms.h>
+#include <zelvane/simulation/Time.h>
 
 namespace KovaHost {
 namespace {
@@ -116,10 +112,9 @@ nlohmann::json describePorts(const KObject& board) {
 
 void printText(const nlohmann::json& report) {
     std::cout << fmt::format("plug-in     {}\n", report["plugin"].get<std::string>());
-    std::cout << fmt::format("API version {} (host {}), signature: {}\n",
-                             report["apiVersion"].get<std::string>(),
-                             report["hostApiVersion"].get<std::string>(),
-                             report["signature"].get<std::string>());
+    std::cout << fmt::format(
+        "API version {} (host {}), signature: {}\n", report["apiVersion"].get<std::string>(),
+        report["hostApiVersion"].get<std::string>(), report["signature"].get<std::string>());
     std::string types;
     for (const auto& type : report["supportedTypes"]) {
         types += (types.empty() ? "" : ", ") + type.get<std::string>();

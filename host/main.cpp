@@ -5,10 +5,8 @@
 #include "HostSession.h"
 #include "PluginInfoCommand.h"
 
-#include <kova/KMessageSink.h>
-
 #include <CLI/CLI.hpp>
-
+#include <kova/KMessageSink.h>
 #include <memory>
 
 int main(int argc, char** argv) {

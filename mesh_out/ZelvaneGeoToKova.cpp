@@ -1,12 +1,11 @@
 #include "mesh_out/ZelvaneGeoToKova.h"
 
-#include <zeldata/ZelData.h>
-#include <zelvane/geometry/Names.h>
-
 #include <kova/KFnNumericAttribute.h>
 #include <kova/KFnPlugin.h>
 #include <kova/KFnStringData.h>
 #include <kova/KFnTypedAttribute.h>
+#include <zeldata/ZelData.h>
+#include <zelvane/geometry/Names.h>
 
 const KTypeId ZelvaneGeoToKova::kTypeId(0x81123);
 
@@ -16,7 +15,9 @@ KObject ZelvaneGeoToKova::aZelvaneGeo;
 KObject ZelvaneGeoToKova::aComponentTags;
 KObject ZelvaneGeoToKova::aKovaMesh;
 
-void* ZelvaneGeoToKova::creator() { return new ZelvaneGeoToKova(); }
+void* ZelvaneGeoToKova::creator() {
+    return new ZelvaneGeoToKova();
+}
 
 namespace {
 
@@ -37,8 +38,7 @@ KStatus ZelvaneGeoToKova::initialize() {
     KFnNumericAttribute fnNumeric;
     KFnTypedAttribute fnTyped;
 
-    aTransferNormals =
-        fnNumeric.create("transferNormals", "tn", KFnNumericData::kBoolean, 0.0);
+    aTransferNormals = fnNumeric.create("transferNormals", "tn", KFnNumericData::kBoolean, 0.0);
     makeInput(fnNumeric);
 
     aProperties = fnTyped.create("properties", "pr", KFnData::kString,

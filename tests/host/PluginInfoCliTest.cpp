@@ -1,13 +1,11 @@
 // `kova plugin-info` as a user runs it.
 
-#include <nlohmann/json.hpp>
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
-#include <map>
 #include <cstdio>
+#include <gtest/gtest.h>
+#include <map>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <sys/wait.h>
 
@@ -37,8 +35,7 @@ TEST(PluginInfoCli, ReportsEveryPortKindAsJson) {
     EXPECT_EQ(report["apiVersion"], "20250000");
     EXPECT_EQ(report["signature"], "ok");
     EXPECT_EQ(report["supportedTypes"],
-              nlohmann::json({"Object", "Simulation::Time",
-                              "Geometry::Transform::GraphTransforms",
+              nlohmann::json({"Object", "Simulation::Time", "Geometry::Transform::GraphTransforms",
                               "File::Project::SceneInfo"}));
     std::map<std::string, nlohmann::json> ports;
     for (const auto& port : report["ports"]) {

@@ -1,8 +1,6 @@
-#include <zelvane/executor/FindInputs.h>
-
-#include <kova/KSelectionList.h>
-
 #include <algorithm>
+#include <kova/KSelectionList.h>
+#include <zelvane/executor/FindInputs.h>
 
 namespace ZelvaneBoardInputByPath {
 

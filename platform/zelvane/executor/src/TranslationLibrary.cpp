@@ -1,16 +1,14 @@
-#include <zelvane/executor/TranslationLibrary.h>
-
 #include <kova/KFnPlugin.h>
 #include <kova/KGlobal.h>
 #include <kova/KPluginLoader.h>
+#include <zelvane/executor/TranslationLibrary.h>
 
 namespace ZelvaneGraph::Executor {
 
 TranslationLibrary::TranslationLibrary(KObject plugin, CreateZelvaneTypeTranslationFn factory)
     : plugin_(std::move(plugin)), factory_(factory) {}
 
-std::unique_ptr<TranslationLibrary> TranslationLibrary::load(const KString& path,
-                                                             KStatus* status) {
+std::unique_ptr<TranslationLibrary> TranslationLibrary::load(const KString& path, KStatus* status) {
     KStatus loadStatus;
     const KObject plugin = KPluginLoader::load(path, &loadStatus);
     if (plugin.isNull()) {
@@ -41,6 +39,8 @@ std::unique_ptr<TranslationLibrary> TranslationLibrary::fromHostPlugin(const KOb
     return std::unique_ptr<TranslationLibrary>(new TranslationLibrary(plugin, factory));
 }
 
-TranslationPtr TranslationLibrary::createTranslation() const { return TranslationPtr(factory_()); }
+TranslationPtr TranslationLibrary::createTranslation() const {
+    return TranslationPtr(factory_());
+}
 
 } // namespace ZelvaneGraph::Executor

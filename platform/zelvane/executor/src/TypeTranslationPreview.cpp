@@ -1,6 +1,5 @@
-#include <zelvane/executor/TypeTranslationPreview.h>
-
 #include <kova/KProfiler.h>
+#include <zelvane/executor/TypeTranslationPreview.h>
 
 namespace ZelvaneGraph::Executor {
 

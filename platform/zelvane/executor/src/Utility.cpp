@@ -1,9 +1,8 @@
-#include <zelvane/executor/Utility.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <string>
+#include <zelvane/executor/Utility.h>
 
 namespace ZelvaneGraph::Executor::Utility {
 

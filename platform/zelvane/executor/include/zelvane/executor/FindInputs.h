@@ -1,11 +1,9 @@
 #pragma once
 
+#include <kova/KObject.h>
+#include <vector>
 #include <zelvane/executor/ExecutorExport.h>
 #include <zelvane/inputbypath/Options.h>
-
-#include <kova/KObject.h>
-
-#include <vector>
 
 namespace ZelvaneBoardInputByPath {
 

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <zelvane/executor/ExecutorExport.h>
-#include <zelvane/executor/TypeTranslation.h>
-
 #include <kova/KObject.h>
 #include <kova/KStatus.h>
 #include <kova/KString.h>
-
 #include <memory>
+#include <zelvane/executor/ExecutorExport.h>
+#include <zelvane/executor/TypeTranslation.h>
 
 namespace ZelvaneGraph::Executor {
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <zelvane/executor/ExecutorExport.h>
-#include <zelvane/executor/HostPortContext.h>
-#include <zelvane/executor/PortDirection.h>
-
 #include <orsel/Array.h>
 #include <orsel/EntityIndexedList.h>
 #include <orsel/Library.h>
@@ -11,6 +7,9 @@
 #include <orsel/String.h>
 #include <orsel/Type.h>
 #include <orsel/Value.h>
+#include <zelvane/executor/ExecutorExport.h>
+#include <zelvane/executor/HostPortContext.h>
+#include <zelvane/executor/PortDirection.h>
 
 class KObject;
 
