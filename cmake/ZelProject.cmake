@@ -1,6 +1,13 @@
 # Project-wide build settings and small helpers shared by every folder.
 
 add_compile_options(-Wall -Wextra)
+
+# Rebuilds in several build trees of one checkout share compiled objects when ccache is there.
+find_program(ZEL_CCACHE ccache)
+if(ZEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER ${ZEL_CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEL_CCACHE})
+endif()
 if(ZEL_WERROR)
     add_compile_options(-Werror)
 endif()
