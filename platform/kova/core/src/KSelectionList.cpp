@@ -4,6 +4,7 @@
 #include "detail/Report.h"
 #include "detail/Scene.h"
 #include "detail/Wildcard.h"
+#include "mesh/ComponentNames.h"
 
 #include <kova/KFailureInjection.h>
 #include <kova/KSelectionList.h>
@@ -24,6 +25,11 @@ KStatus KSelectionList::add(const KString& pattern) {
         return KFailureInjection::failure("KSelectionList::add");
     }
     const std::string_view text = pattern.view();
+    KDagPath componentPath;
+    KObject component;
+    if (KStatus status; kova::mesh::parseComponentName(text, componentPath, component, status)) {
+        return status ? add(componentPath, component) : status;
+    }
     if (text.find('.') != std::string_view::npos) {
         KStatus status;
         const KPlug plug = kova::detail::parsePlug(text, status);

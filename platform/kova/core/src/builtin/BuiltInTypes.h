@@ -25,6 +25,14 @@ std::shared_ptr<detail::NodeType> makeLambertType();
 // "zelShape": a surface shape that displays what arrives at its generic "inputSurface".
 std::shared_ptr<detail::NodeType> makeDisplayShapeType();
 
+// "mesh" (src/mesh): a polygon mesh shape with "inMesh", "outMesh" and the world-space
+// array "worldMesh".
+std::shared_ptr<detail::NodeType> makeMeshType();
+// "displacementShader" (src/mesh): classification
+// "drawdb/shader/displacement/displacementShader"; "outDisplacement" is "displacement" times
+// "scale".
+std::shared_ptr<detail::NodeType> makeDisplacementShaderType();
+
 // All of the above, in that order.
 std::vector<std::shared_ptr<detail::NodeType>> makeBuiltInTypes();
 

@@ -4,21 +4,39 @@
 #include "detail/Node.h"
 #include "detail/NodeCreation.h"
 #include "detail/SetMembership.h"
+#include "mesh/ComponentNames.h"
 
 namespace kova::commands {
 
 namespace {
 
-// The DAG paths named by `names` (full paths or names).
-KStatus memberPaths(const std::vector<std::string>& names, std::size_t first,
-                    std::vector<detail::DagNodes>& paths) {
+// A set member named on the command line: a DAG path, whole or with a component.
+struct Member {
+    detail::DagNodes path;
+    std::shared_ptr<detail::ComponentData> component;
+};
+
+// The members named by `names` (full paths or names, or component names like "a.f[0:3]").
+KStatus parseMembers(const std::vector<std::string>& names, std::size_t first,
+                     std::vector<Member>& members) {
     for (std::size_t i = first; i < names.size(); ++i) {
+        KDagPath dagPath;
+        KObject component;
+        KStatus status;
+        if (mesh::parseComponentName(names[i], dagPath, component, status)) {
+            if (!status) {
+                return status;
+            }
+            members.push_back({dagPath.nodes(),
+                               detail::sharedEntityAs<detail::ComponentData>(component.entity())});
+            continue;
+        }
         detail::DagNodes path;
         if (!detail::findPath(names[i], path)) {
             return KStatus(KStatus::kInvalidParameter,
                            KString("'" + names[i] + "' is not a DAG node"));
         }
-        paths.push_back(std::move(path));
+        members.push_back({std::move(path), nullptr});
     }
     return KStatus();
 }
@@ -34,11 +52,12 @@ KStatus editSet(const detail::CommandArgs& parsed, bool remove) {
     if (set == nullptr) {
         return KStatus(KStatus::kInvalidParameter, KString("no set '" + setName + "'"));
     }
-    std::vector<detail::DagNodes> paths;
-    KStatus status = memberPaths(parsed.positional(), 0, paths);
+    std::vector<Member> paths;
+    KStatus status = parseMembers(parsed.positional(), 0, paths);
     for (std::size_t i = 0; status && i < paths.size(); ++i) {
-        status = remove ? detail::removeSetMember(*set, paths[i], nullptr)
-                        : detail::addSetMember(*set, paths[i], nullptr);
+        const Member& m = paths[i];
+        status = remove ? detail::removeSetMember(*set, m.path, m.component.get())
+                        : detail::addSetMember(*set, m.path, m.component.get());
     }
     return status;
 }
@@ -65,9 +84,9 @@ KStatus sets(const Args& args, KStringArray& result) {
     if (parsed.has("forceElement") || parsed.has("remove")) {
         return KStatus(KStatus::kInvalidParameter, "-forceElement and -remove need -edit");
     }
-    std::vector<detail::DagNodes> paths;
+    std::vector<Member> paths;
     if (!parsed.has("empty")) {
-        status = memberPaths(parsed.positional(), 0, paths);
+        status = parseMembers(parsed.positional(), 0, paths);
     } else if (!parsed.positional().empty()) {
         status = KStatus(KStatus::kInvalidParameter, "-empty takes no members");
     }
@@ -76,7 +95,7 @@ KStatus sets(const Args& args, KStringArray& result) {
     }
     auto set = detail::createNode("objectSet", parsed.value("name"), nullptr, status);
     for (std::size_t i = 0; set && status && i < paths.size(); ++i) {
-        status = detail::addSetMember(*set, paths[i], nullptr);
+        status = detail::addSetMember(*set, paths[i].path, paths[i].component.get());
     }
     return set && status ? result.append(KString(set->name)) : status;
 }

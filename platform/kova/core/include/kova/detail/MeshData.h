@@ -1,0 +1,89 @@
+#pragma once
+
+#include <kova/KColor.h>
+#include <kova/detail/GeometryData.h>
+#include <string>
+#include <vector>
+
+namespace kova::detail {
+
+// A polygon mesh: points, polygons as counts plus a flat vertex list, normals, UV sets,
+// colour sets and (through GeometryData) component tags.
+//
+// Face-vertices are numbered in polygon order: face f owns the entries offset(f) ..
+// offset(f) + counts[f] - 1 of `connects`.
+//
+// Normals are a value table (three floats each) plus one normal id per face-vertex. A mesh
+// without user normals carries computed ones: one per vertex, the normalised sum of the
+// (area-weighted) normals of the faces around it, with normal id = vertex id.
+//
+// A UV set stores, per face, either 0 (face unmapped) or the face's vertex count, and UV ids
+// only for mapped faces, in face-vertex order. Its id count is therefore below the
+// face-vertex count whenever some face is unmapped.
+//
+// A colour set stores a colour table and one colour id per face-vertex, -1 where no colour
+// is assigned; until colours are assigned its id list is empty (nothing assigned).
+//
+// Copies (clone) are deep: nothing is shared between the original and the copy.
+class KOVA_API MeshData : public GeometryData {
+public:
+    struct UVSet {
+        std::string name;
+        std::vector<float> u;
+        std::vector<float> v;
+        std::vector<int> faceCounts; // per face: 0 or the face's vertex count
+        std::vector<int> ids;        // mapped faces only, in face-vertex order
+    };
+    struct ColorSet {
+        std::string name;
+        int representation = 4; // 1 alpha, 3 RGB, 4 RGBA
+        bool clamped = false;
+        std::vector<KColor> colors;
+        std::vector<int> ids; // per face-vertex (-1: none), or empty
+    };
+
+    MeshData();
+
+    std::shared_ptr<DataObject> clone() const override;
+    KString toText() const override;
+    int elementCount(KFn::Type componentType) const override;
+
+    int numVertices() const { return static_cast<int>(points.size() / 3); }
+    int numPolygons() const { return static_cast<int>(counts.size()); }
+    int numFaceVertices() const { return static_cast<int>(connects.size()); }
+    int numNormals() const { return static_cast<int>(normals.size() / 3); }
+    // The start of a float buffer, never null (even when the buffer is empty), so that
+    // callers can tell an empty mesh from a failed read.
+    static const float* rawStart(const std::vector<float>& values);
+    // Start of each face's face-vertices, plus the face-vertex count at the end.
+    std::vector<int> faceOffsets() const;
+
+    // Replaces the whole mesh with valid topology: computed normals, one empty UV set
+    // "map1" (current), no colour sets, no tags.
+    void reset(std::vector<float> newPoints, std::vector<int> newCounts,
+               std::vector<int> newConnects);
+    // Replaces the normals by computed per-vertex normals.
+    void computeVertexNormals();
+    // Drops normals that no face-vertex refers to and renumbers the ids.
+    void compactNormals();
+
+    UVSet* findUVSet(const std::string& name);
+    ColorSet* findColorSet(const std::string& name);
+
+    std::vector<float> points; // x, y, z per vertex
+    std::vector<int> counts;   // vertices per polygon
+    std::vector<int> connects; // vertex per face-vertex
+    std::vector<float> normals;
+    std::vector<int> normalIds; // per face-vertex
+    std::vector<UVSet> uvSets;
+    std::string currentUVSet;
+    std::vector<ColorSet> colorSets;
+    std::string currentColorSet;
+};
+
+// The mesh data behind `object`, or null.
+inline MeshData* meshDataOf(const KObject& object) {
+    return entityAs<MeshData>(object.entity());
+}
+
+} // namespace kova::detail

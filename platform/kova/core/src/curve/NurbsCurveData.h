@@ -1,0 +1,51 @@
+#pragma once
+
+#include "curve/CurveGeometry.h"
+
+#include <kova/KMatrix.h>
+#include <kova/KSpace.h>
+#include <kova/detail/GeometryData.h>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace kova::detail {
+
+// NURBS curve data: a curve in object space, its component tags (CV tags, category 2) and,
+// for data produced by a shape's world-space output, the shape's world matrix.
+//
+// World space is the object-space curve mapped by that matrix; data that carries no matrix
+// (made with KFnNurbsCurveData::create, or a shape's "local" output) has world space equal to
+// object space. The curve itself is immutable and shared by clones; setCurve swaps it whole,
+// so readers holding the previous one keep a consistent curve.
+class KOVA_API NurbsCurveData : public GeometryData {
+public:
+    NurbsCurveData();
+
+    std::shared_ptr<DataObject> clone() const override;
+    KString toText() const override;
+    // The CV count for CV components; -1 for other kinds.
+    int elementCount(KFn::Type componentType) const override;
+
+    // The curve in `space`: world space for KSpace::kWorld, object space otherwise.
+    std::shared_ptr<const CurveGeometry> geometry(KSpace::Space space) const;
+    // Replaces the curve (given in object space).
+    void setCurve(nurbs::Curve curve);
+    // The world matrix the data carries, if any.
+    std::optional<KMatrix> worldMatrix() const;
+    // A copy (sharing the curve, with its own copy of the tags) that carries `world`.
+    std::shared_ptr<NurbsCurveData> withWorldMatrix(const KMatrix& world) const;
+
+private:
+    mutable std::mutex mutex_;
+    std::shared_ptr<const CurveGeometry> object_;
+    std::shared_ptr<const CurveGeometry> world_; // equals object_ without a world matrix
+    std::optional<KMatrix> matrix_;
+};
+
+// The curve data behind `object`, or null.
+inline std::shared_ptr<NurbsCurveData> nurbsCurveDataOf(const KObject& object) {
+    return sharedEntityAs<NurbsCurveData>(object.entity());
+}
+
+} // namespace kova::detail

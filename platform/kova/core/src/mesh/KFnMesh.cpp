@@ -1,0 +1,225 @@
+#include "detail/Report.h"
+#include "mesh/MeshAccess.h"
+#include "mesh/MeshShape.h"
+
+#include <kova/KDagModifier.h>
+#include <kova/KFailureInjection.h>
+#include <kova/KFnMesh.h>
+#include <kova/KFnMeshData.h>
+#include <kova/KPlug.h>
+#include <string>
+
+using kova::detail::MeshData;
+using kova::detail::report;
+
+namespace {
+
+KStatus invalid(const std::string& text) {
+    return KStatus(KStatus::kInvalidParameter, KString(text));
+}
+
+// Checks that the arrays describe a mesh that can be stored as it is.
+KStatus validateTopology(int numVertices, int numPolygons, const KFloatPointArray& points,
+                         const KIntArray& counts, const KIntArray& connects) {
+    if (numVertices < 0 || numPolygons < 0) {
+        return invalid("negative vertex or polygon count");
+    }
+    if (points.length() != static_cast<unsigned int>(numVertices)) {
+        return invalid("the point array holds " + std::to_string(points.length()) + " points for " +
+                       std::to_string(numVertices) + " vertices");
+    }
+    if (counts.length() != static_cast<unsigned int>(numPolygons)) {
+        return invalid("the polygon counts hold " + std::to_string(counts.length()) +
+                       " entries for " + std::to_string(numPolygons) + " polygons");
+    }
+    std::size_t faceVertices = 0;
+    for (unsigned int f = 0; f < counts.length(); ++f) {
+        if (counts[f] < 3) {
+            return invalid("polygon " + std::to_string(f) + " has fewer than 3 vertices");
+        }
+        faceVertices += static_cast<std::size_t>(counts[f]);
+    }
+    if (faceVertices != connects.length()) {
+        return invalid("the polygon counts add up to " + std::to_string(faceVertices) +
+                       " face-vertices but the connects hold " + std::to_string(connects.length()));
+    }
+    for (unsigned int k = 0; k < connects.length(); ++k) {
+        if (connects[k] < 0 || connects[k] >= numVertices) {
+            return invalid("vertex id " + std::to_string(connects[k]) + " at face-vertex " +
+                           std::to_string(k) + " is out of range");
+        }
+    }
+    return KStatus();
+}
+
+// A new mesh shape under `parent` (null: under a new transform) holding `data`; returns
+// what the DAG modifier returned (the transform when one was made) and the shape.
+KObject createShape(const KObject& parent, const KObject& data, KObject& shape, KStatus& status) {
+    KDagModifier modifier;
+    KObject made = modifier.createNode("mesh", parent, &status);
+    if (status) {
+        status = modifier.doIt();
+    }
+    if (!status) {
+        return KObject();
+    }
+    shape = made.apiType() == KFn::kMesh ? made : KFnDagNode(made).child(0, &status);
+    if (status) {
+        status = KPlug(shape, kova::mesh::inMeshAttribute()).setKObject(data);
+    }
+    return status ? made : KObject();
+}
+
+} // namespace
+
+KFnMesh::KFnMesh(const KObject& meshOrShape, KStatus* status) {
+    if (KFailureInjection::shouldFail("KFnMesh::KFnMesh")) {
+        report(status, KFailureInjection::failure("KFnMesh::KFnMesh"));
+        return;
+    }
+    report(status, setObject(meshOrShape));
+}
+
+KStatus KFnMesh::setObject(const KObject& meshOrShape) {
+    if (!kova::mesh::isMeshObject(meshOrShape)) {
+        object_ = KObject();
+        return invalid("the object is neither mesh data nor a mesh shape");
+    }
+    object_ = meshOrShape;
+    return KStatus();
+}
+
+MeshData* KFnMesh::mesh(const char* operation, KStatus& status) const {
+    if (KFailureInjection::shouldFail(operation)) {
+        status = KFailureInjection::failure(operation);
+        return nullptr;
+    }
+    return kova::mesh::resolveMesh(object_, status);
+}
+
+KStatus KFnMesh::objectSpaceOnly(KSpace::Space space) const {
+    return space == KSpace::kWorld ? invalid("mesh edits take object space only") : KStatus();
+}
+
+KObject KFnMesh::create(int numVertices, int numPolygons, const KFloatPointArray& vertexArray,
+                        const KIntArray& polygonCounts, const KIntArray& polygonConnects,
+                        const KObject& parentOrOwner, KStatus* status) {
+    if (KFailureInjection::shouldFail("KFnMesh::create")) {
+        report(status, KFailureInjection::failure("KFnMesh::create"));
+        return KObject();
+    }
+    KStatus result =
+        validateTopology(numVertices, numPolygons, vertexArray, polygonCounts, polygonConnects);
+    MeshData* owner = kova::detail::meshDataOf(parentOrOwner);
+    if (result && !parentOrOwner.isNull() && owner == nullptr &&
+        !parentOrOwner.hasFn(KFn::kTransform)) {
+        result = invalid("the owner is neither mesh data nor a transform");
+    }
+    if (!result) {
+        report(status, result);
+        return KObject();
+    }
+    std::vector<float> points(3 * static_cast<std::size_t>(numVertices));
+    for (int i = 0; i < numVertices; ++i) {
+        const KFloatPoint& p = vertexArray[static_cast<unsigned int>(i)];
+        points[3 * i] = p.x;
+        points[3 * i + 1] = p.y;
+        points[3 * i + 2] = p.z;
+    }
+    std::vector<int> counts(polygonCounts.begin(), polygonCounts.end());
+    std::vector<int> connects(polygonConnects.begin(), polygonConnects.end());
+    if (owner != nullptr) {
+        owner->reset(std::move(points), std::move(counts), std::move(connects));
+        object_ = parentOrOwner;
+        report(status, result);
+        return parentOrOwner;
+    }
+    KFnMeshData dataFn;
+    const KObject data = dataFn.create(&result);
+    if (result) {
+        kova::detail::meshDataOf(data)->reset(std::move(points), std::move(counts),
+                                              std::move(connects));
+    }
+    KObject shape;
+    const KObject made = result ? createShape(parentOrOwner, data, shape, result) : KObject();
+    object_ = result ? shape : KObject();
+    report(status, result);
+    return made;
+}
+
+int KFnMesh::numVertices(KStatus* status) const {
+    KStatus result;
+    const MeshData* m = mesh("KFnMesh::numVertices", result);
+    report(status, result);
+    return m ? m->numVertices() : 0;
+}
+
+int KFnMesh::numPolygons(KStatus* status) const {
+    KStatus result;
+    const MeshData* m = mesh("KFnMesh::numPolygons", result);
+    report(status, result);
+    return m ? m->numPolygons() : 0;
+}
+
+int KFnMesh::numFaceVertices(KStatus* status) const {
+    KStatus result;
+    const MeshData* m = mesh("KFnMesh::numFaceVertices", result);
+    report(status, result);
+    return m ? m->numFaceVertices() : 0;
+}
+
+const float* KFnMesh::getRawPoints(KStatus* status) const {
+    KStatus result;
+    const MeshData* m = mesh("KFnMesh::getRawPoints", result);
+    report(status, result);
+    return m ? MeshData::rawStart(m->points) : nullptr;
+}
+
+KStatus KFnMesh::getPoints(KFloatPointArray& points, KSpace::Space space) const {
+    KStatus status;
+    const MeshData* m = mesh("KFnMesh::getPoints", status);
+    if (m == nullptr) {
+        return status;
+    }
+    KMatrix world;
+    if (space == KSpace::kWorld && object_.apiType() == KFn::kMesh) {
+        world = dagPath(&status).inclusiveMatrix(&status);
+    }
+    if (status) {
+        status = points.setLength(static_cast<unsigned int>(m->numVertices()));
+    }
+    for (unsigned int i = 0; status && i < points.length(); ++i) {
+        const float* p = &m->points[3 * static_cast<std::size_t>(i)];
+        points[i] = KFloatPoint(KPoint(p[0], p[1], p[2]) * world);
+    }
+    return status;
+}
+
+KStatus KFnMesh::getVertices(KIntArray& vertexCounts, KIntArray& vertexList) const {
+    KStatus status;
+    const MeshData* m = mesh("KFnMesh::getVertices", status);
+    if (m != nullptr) {
+        status = vertexCounts.copy(KIntArray(m->counts.data(), m->numPolygons()));
+    }
+    if (m != nullptr && status) {
+        status = vertexList.copy(KIntArray(m->connects.data(), m->numFaceVertices()));
+    }
+    return status;
+}
+
+KStatus KFnMesh::getPolygonVertices(int polygonId, KIntArray& vertexList) const {
+    KStatus status;
+    const MeshData* m = mesh("KFnMesh::getPolygonVertices", status);
+    if (m == nullptr) {
+        return status;
+    }
+    if (polygonId < 0 || polygonId >= m->numPolygons()) {
+        return invalid("polygon " + std::to_string(polygonId) + " does not exist");
+    }
+    int first = 0;
+    for (int f = 0; f < polygonId; ++f) {
+        first += m->counts[f];
+    }
+    return vertexList.copy(
+        KIntArray(m->connects.data() + first, static_cast<unsigned int>(m->counts[polygonId])));
+}

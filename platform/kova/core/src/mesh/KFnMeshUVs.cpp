@@ -1,0 +1,197 @@
+#include "detail/Report.h"
+
+#include <algorithm>
+#include <kova/KFnMesh.h>
+#include <kova/detail/MeshData.h>
+#include <string>
+
+using kova::detail::MeshData;
+using kova::detail::report;
+
+namespace {
+
+KStatus invalid(const std::string& text) {
+    return KStatus(KStatus::kInvalidParameter, KString(text));
+}
+
+// The named UV set (null name: the current one), or null with a failed status.
+MeshData::UVSet* uvSetOf(MeshData& mesh, const KString* name, KStatus& status) {
+    const std::string wanted = name ? std::string(name->view()) : mesh.currentUVSet;
+    MeshData::UVSet* set = mesh.findUVSet(wanted);
+    if (set == nullptr) {
+        status = invalid("no UV set '" + wanted + "'");
+    }
+    return set;
+}
+
+} // namespace
+
+int KFnMesh::numUVs(const KString* uvSet, KStatus* status) const {
+    KStatus result;
+    MeshData* m = mesh("KFnMesh::numUVs", result);
+    const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, result) : nullptr;
+    report(status, result);
+    return set ? static_cast<int>(set->u.size()) : 0;
+}
+
+KStatus KFnMesh::getUVSetNames(KStringArray& names) const {
+    KStatus status;
+    const MeshData* m = mesh("KFnMesh::getUVSetNames", status);
+    if (m != nullptr) {
+        names.clear();
+        for (const auto& set : m->uvSets) {
+            if (status = names.append(KString(set.name)); !status) {
+                break;
+            }
+        }
+    }
+    return status;
+}
+
+KString KFnMesh::getCurrentUVSetName(KStatus* status) const {
+    KStatus result;
+    const MeshData* m = mesh("KFnMesh::getCurrentUVSetName", result);
+    report(status, result);
+    return m ? KString(m->currentUVSet) : KString();
+}
+
+KStatus KFnMesh::setCurrentUVSetName(const KString& name) {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::setCurrentUVSetName", status);
+    if (m != nullptr && uvSetOf(*m, &name, status) != nullptr) {
+        m->currentUVSet = std::string(name.view());
+    }
+    return status;
+}
+
+KStatus KFnMesh::createUVSetDataMesh(const KString& name) {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::createUVSetDataMesh", status);
+    if (m == nullptr) {
+        return status;
+    }
+    const std::string text(name.view());
+    if (text.empty() || m->findUVSet(text) != nullptr) {
+        return invalid("UV set name '" + text + "' is empty or taken");
+    }
+    m->uvSets.push_back(
+        {text, {}, {}, std::vector<int>(static_cast<std::size_t>(m->numPolygons()), 0), {}});
+    return KStatus();
+}
+
+KString KFnMesh::createUVSet(const KString& name, KStatus* status) {
+    KStatus result;
+    MeshData* m = mesh("KFnMesh::createUVSet", result);
+    if (m == nullptr || name.view().empty()) {
+        report(status, m ? invalid("empty UV set name") : result);
+        return KString();
+    }
+    // A taken name gets the first free number appended.
+    std::string unique(name.view());
+    for (int n = 1; m->findUVSet(unique) != nullptr; ++n) {
+        unique = std::string(name.view()) + std::to_string(n);
+    }
+    result = createUVSetDataMesh(KString(unique));
+    report(status, result);
+    return result ? KString(unique) : KString();
+}
+
+KStatus KFnMesh::deleteUVSet(const KString& name) {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::deleteUVSet", status);
+    if (m == nullptr || uvSetOf(*m, &name, status) == nullptr) {
+        return status;
+    }
+    if (m->uvSets.size() == 1) {
+        return invalid("the last UV set cannot be deleted");
+    }
+    std::erase_if(m->uvSets, [&](const MeshData::UVSet& set) { return set.name == name.view(); });
+    if (m->currentUVSet == name.view()) {
+        m->currentUVSet = m->uvSets.front().name;
+    }
+    return KStatus();
+}
+
+KStatus KFnMesh::getUVs(KFloatArray& uArray, KFloatArray& vArray, const KString* uvSet) const {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::getUVs", status);
+    const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
+    if (set != nullptr) {
+        const auto count = static_cast<unsigned int>(set->u.size());
+        status = uArray.copy(KFloatArray(set->u.data(), count));
+        if (status) {
+            status = vArray.copy(KFloatArray(set->v.data(), count));
+        }
+    }
+    return status;
+}
+
+KStatus KFnMesh::setUVs(const KFloatArray& uArray, const KFloatArray& vArray,
+                        const KString* uvSet) {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::setUVs", status);
+    MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
+    if (set == nullptr) {
+        return status;
+    }
+    if (uArray.length() != vArray.length()) {
+        return invalid("the u and v arrays differ in length");
+    }
+    set->u.assign(uArray.begin(), uArray.end());
+    set->v.assign(vArray.begin(), vArray.end());
+    const int count = static_cast<int>(uArray.length());
+    if (std::any_of(set->ids.begin(), set->ids.end(), [&](int id) { return id >= count; })) {
+        set->ids.clear();
+        std::fill(set->faceCounts.begin(), set->faceCounts.end(), 0);
+    }
+    return KStatus();
+}
+
+KStatus KFnMesh::getAssignedUVs(KIntArray& uvCounts, KIntArray& uvIds, const KString* uvSet) const {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::getAssignedUVs", status);
+    const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
+    if (set != nullptr) {
+        status = uvCounts.copy(
+            KIntArray(set->faceCounts.data(), static_cast<unsigned int>(set->faceCounts.size())));
+        if (status) {
+            status =
+                uvIds.copy(KIntArray(set->ids.data(), static_cast<unsigned int>(set->ids.size())));
+        }
+    }
+    return status;
+}
+
+KStatus KFnMesh::assignUVs(const KIntArray& uvCounts, const KIntArray& uvIds,
+                           const KString* uvSet) {
+    KStatus status;
+    MeshData* m = mesh("KFnMesh::assignUVs", status);
+    MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
+    if (set == nullptr) {
+        return status;
+    }
+    if (uvCounts.length() != static_cast<unsigned int>(m->numPolygons())) {
+        return invalid("one UV count per polygon is needed");
+    }
+    std::size_t total = 0;
+    for (unsigned int f = 0; f < uvCounts.length(); ++f) {
+        if (uvCounts[f] != 0 && uvCounts[f] != m->counts[f]) {
+            return invalid("polygon " + std::to_string(f) + " has " + std::to_string(m->counts[f]) +
+                           " vertices but " + std::to_string(uvCounts[f]) + " UVs");
+        }
+        total += static_cast<std::size_t>(uvCounts[f]);
+    }
+    if (total != uvIds.length()) {
+        return invalid("the UV counts add up to " + std::to_string(total) + " but " +
+                       std::to_string(uvIds.length()) + " UV ids are given");
+    }
+    const int numUVs = static_cast<int>(set->u.size());
+    for (int id : uvIds) {
+        if (id < 0 || id >= numUVs) {
+            return invalid("UV id " + std::to_string(id) + " is out of range");
+        }
+    }
+    set->faceCounts.assign(uvCounts.begin(), uvCounts.end());
+    set->ids.assign(uvIds.begin(), uvIds.end());
+    return KStatus();
+}
