@@ -66,3 +66,12 @@ KStatus KPxNode::attributeAffects(const KObject& whenChanges, const KObject& isA
     }
     return type->addAffects(*when, *affected);
 }
+
+KStatus KPxNode::computeDynamicOutputs() {
+    kova::detail::NodeType* type = kova::detail::TypeRegistry::typeBeingInitialized();
+    if (type == nullptr) {
+        return KStatus(KStatus::kFailure, "computeDynamicOutputs works inside initialize only");
+    }
+    type->dynamicOutputsComputed = true;
+    return KStatus();
+}

@@ -58,6 +58,10 @@ public:
     // children), or declares that a change of `whenChanges` dirties `isAffected`.
     static KStatus addAttribute(const KObject& attribute);
     static KStatus attributeAffects(const KObject& whenChanges, const KObject& isAffected);
+    // Only inside initialize: for nodes that add their attributes at run time. Every writable
+    // attribute of a node of the type (static or dynamic) then affects every dynamic attribute
+    // that can't be written, and the node computes those.
+    static KStatus computeDynamicOutputs();
 
 private:
     friend struct kova::detail::NodeAccess;

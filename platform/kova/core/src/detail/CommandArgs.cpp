@@ -5,7 +5,7 @@
 namespace kova::detail {
 
 KStatus CommandArgs::parse(const std::vector<CommandToken>& tokens,
-                           std::initializer_list<FlagSpec> specs) {
+                           std::initializer_list<FlagDescription> descriptions) {
     flags_.clear();
     positional_.clear();
     for (std::size_t i = 0; i < tokens.size(); ++i) {
@@ -15,18 +15,18 @@ KStatus CommandArgs::parse(const std::vector<CommandToken>& tokens,
             continue;
         }
         const std::string name = token.text.substr(1);
-        const FlagSpec* spec = nullptr;
-        for (const FlagSpec& s : specs) {
+        const FlagDescription* description = nullptr;
+        for (const FlagDescription& s : descriptions) {
             if (name == s.longName || name == s.shortName) {
-                spec = &s;
+                description = &s;
             }
         }
-        if (spec == nullptr) {
+        if (description == nullptr) {
             return KStatus(KStatus::kInvalidParameter,
                            KString("unknown flag '" + token.text + "'"));
         }
-        auto& values = flags_[spec->longName];
-        for (int k = 0; k < spec->arity; ++k) {
+        auto& values = flags_[description->longName];
+        for (int k = 0; k < description->arity; ++k) {
             if (++i >= tokens.size() || tokens[i].isFlag()) {
                 return KStatus(KStatus::kInvalidParameter,
                                KString("flag '" + token.text + "' needs a value"));

@@ -11,7 +11,7 @@
 namespace kova::detail {
 
 // A flag a command knows: long and short spelling and how many values follow it.
-struct FlagSpec {
+struct FlagDescription {
     const char* longName;
     const char* shortName;
     int arity;
@@ -21,8 +21,9 @@ struct FlagSpec {
 // arguments.
 class CommandArgs {
 public:
-    // Fails with kInvalidParameter on a flag not in `specs` or one missing its values.
-    KStatus parse(const std::vector<CommandToken>& tokens, std::initializer_list<FlagSpec> specs);
+    // Fails with kInvalidParameter on a flag not in `descriptions` or one missing its values.
+    KStatus parse(const std::vector<CommandToken>& tokens,
+                  std::initializer_list<FlagDescription> descriptions);
 
     bool has(const char* longName) const { return flags_.count(longName) != 0; }
     // The first value of a flag, or `fallback`.

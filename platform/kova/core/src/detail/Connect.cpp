@@ -56,6 +56,8 @@ bool fits(const Attribute& source, const Attribute& destination) {
             return destination.acceptsData(KFnData::kNumeric);
         case Kind::Matrix:
             return destination.acceptsData(KFnData::kMatrix);
+        case Kind::Message: // a generic input may name a node (a shader, an operator)
+            return destination.kind == Kind::Generic;
         default:
             return false;
         }

@@ -49,6 +49,13 @@ void propagateDirty(Node& start, Attribute& startAttribute, bool includeSelf) {
                 }
             }
         }
+        if (node->type->dynamicOutputsComputed && attribute->writable) {
+            for (const auto& output : node->dynamicAttributes.live()) {
+                if (node->computesDynamic(*output)) {
+                    work.emplace_back(node, output.get());
+                }
+            }
+        }
         for (const auto& connection : node->outgoing) {
             Attribute* source = connection->sourcePath.back().attribute.get();
             if (std::find(group.begin(), group.end(), source) != group.end()) {

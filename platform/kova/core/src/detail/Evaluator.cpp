@@ -52,7 +52,7 @@ KStatus evaluate(Node& node, const PlugPath& path) {
         return KStatus();
     }
 
-    if (node.isDirty(leaf) && node.type->isComputed(leaf)) {
+    if (node.isDirty(leaf) && (node.type->isComputed(leaf) || node.computesDynamic(leaf))) {
         if (KStatus status = computePlug(node, path); !status) {
             return status;
         }

@@ -66,9 +66,20 @@ KStatus Node::addDynamicAttribute(const std::shared_ptr<Attribute>& attribute) {
     while (static_cast<int>(values.size()) < dynamicAttributes.end()) {
         const auto& a = attributeAt(static_cast<int>(values.size()));
         values.push_back(a && a->parent == nullptr ? a->makeValue() : Value());
-        dirty.push_back(0);
+        dirty.push_back(a && computesDynamic(*a) ? 1 : 0);
     }
     return status;
+}
+
+bool Node::computesDynamic(const Attribute& attribute) const {
+    if (!type->dynamicOutputsComputed) {
+        return false;
+    }
+    const Attribute* top = &attribute;
+    while (top->parent != nullptr) {
+        top = top->parent;
+    }
+    return top->owner == this && !top->writable;
 }
 
 KStatus Node::removeDynamicAttribute(Attribute& attribute) {

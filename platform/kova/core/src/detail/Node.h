@@ -44,6 +44,9 @@ public:
     KStatus removeDynamicAttribute(Attribute& attribute);
     // True for a static attribute of the type or a dynamic attribute of this node.
     bool owns(const Attribute& attribute) const;
+    // True for a dynamic output this node computes (see NodeType::dynamicOutputsComputed),
+    // or a child of one.
+    bool computesDynamic(const Attribute& attribute) const;
 
     std::recursive_mutex mutex;
     // Top-level values and dirty flags by attribute index (children live inside their

@@ -45,6 +45,9 @@ public:
     // By attribute index: the attributes a change dirties, and whether the node computes it.
     std::vector<std::vector<int>> affects;
     std::vector<char> computed;
+    // Set by KPxNode::computeDynamicOutputs: nodes compute their dynamic read-only attributes,
+    // which every writable attribute affects.
+    bool dynamicOutputsComputed = false;
     std::shared_ptr<Attribute> message;
     DagAttributes dag; // empty pointers for dependency nodes
 
