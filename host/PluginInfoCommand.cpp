@@ -23,16 +23,16 @@
 namespace KovaHost {
 namespace {
 
-using ZelvaneBoard::PortSpec;
+using ZelvaneBoard::PortDescription;
 using ZelvaneGraph::Executor::PortDirection;
 
-std::vector<PortSpec> samplePorts() {
+std::vector<PortDescription> samplePorts() {
     auto make = [](const char* name, PortDirection direction, const Orsel::Type& type) {
-        PortSpec spec;
-        spec.name = Orsel::String(name);
-        spec.direction = direction;
-        spec.type = type;
-        return spec;
+        PortDescription description;
+        description.name = Orsel::String(name);
+        description.direction = direction;
+        description.type = type;
+        return description;
     };
     return {
         make("geometry", PortDirection::Input, Zelvane::objectType()),
@@ -85,7 +85,7 @@ std::vector<std::string> connectionsOf(const KObject& node, const std::string& a
 
 nlohmann::json describePorts(const KObject& board) {
     nlohmann::json ports = nlohmann::json::array();
-    for (const PortSpec& port : samplePorts()) {
+    for (const PortDescription& port : samplePorts()) {
         const std::set<std::string> before = attributeNames(board);
         const bool added = ZelvaneBoard::addPort(board, port);
         nlohmann::json entry;

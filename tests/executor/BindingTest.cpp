@@ -119,10 +119,10 @@ TEST_F(Binding, PortsOfSupportedTypesReachTheTranslation) {
     ASSERT_TRUE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
     KFnDependencyNode fnNode;
     const KObject board = fnNode.create(ZelvaneBoard::BoardNode::kTypeName, "board1");
-    ZelvaneBoard::PortSpec supported;
+    ZelvaneBoard::PortDescription supported;
     supported.name = Orsel::String("in");
     supported.type = recordedType();
-    ZelvaneBoard::PortSpec unsupported;
+    ZelvaneBoard::PortDescription unsupported;
     unsupported.name = Orsel::String("amount");
     unsupported.type = Orsel::Type::builtin(Orsel::TypeKind::Float);
 

@@ -3,12 +3,6 @@
 
 #include "PluginFixture.h"
 
-#include <zelvane/Object.h>
-#include <zelvane/file/SceneInfo.h>
-#include <zelvane/geometry/GraphTransforms.h>
-#include <zelvane/simulation/Time.h>
-#include <zeldata/ZelData.h>
-
 #include <kova/KDagModifier.h>
 #include <kova/KDagPath.h>
 #include <kova/KFnAttribute.h>
@@ -19,18 +13,23 @@
 #include <kova/KPlug.h>
 #include <kova/KPlugArray.h>
 #include <kova/KSelectionList.h>
+#include <zeldata/ZelData.h>
+#include <zelvane/Object.h>
+#include <zelvane/file/SceneInfo.h>
+#include <zelvane/geometry/GraphTransforms.h>
+#include <zelvane/simulation/Time.h>
 
 namespace {
 
-using ZelvaneBoard::PortSpec;
+using ZelvaneBoard::PortDescription;
 using ZelvaneGraph::Executor::PortDirection;
 
-PortSpec port(const char* name, PortDirection direction, const Orsel::Type& type) {
-    PortSpec spec;
-    spec.name = Orsel::String(name);
-    spec.direction = direction;
-    spec.type = type;
-    return spec;
+PortDescription port(const char* name, PortDirection direction, const Orsel::Type& type) {
+    PortDescription description;
+    description.name = Orsel::String(name);
+    description.direction = direction;
+    description.type = type;
+    return description;
 }
 
 Orsel::MetadataItem inputByPath(const char* key, const char* value) {
@@ -41,7 +40,9 @@ Orsel::MetadataItem inputByPath(const char* key, const char* value) {
     return metadata;
 }
 
-KObject node(const char* name) { return KScene::current().findNode(name); }
+KObject node(const char* name) {
+    return KScene::current().findNode(name);
+}
 
 KPlug plug(const KObject& owner, const char* attribute) {
     return KFnDependencyNode(owner).findPlug(attribute, false);
@@ -61,8 +62,8 @@ std::vector<KString> sourcesOf(const KPlug& destination) {
 using PortAdded = BoundPlugin;
 
 TEST_F(PortAdded, AnObjectInputGetsAWritableGenericAttributeAcceptingGeometryAndGraphData) {
-    ASSERT_TRUE(ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input,
-                                                   Zelvane::objectType())));
+    ASSERT_TRUE(
+        ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input, Zelvane::objectType())));
     KFnDependencyNode fnBoard(board_);
     ASSERT_TRUE(fnBoard.hasAttribute("geo"));
     KFnAttribute fnAttribute(fnBoard.attribute("geo"));
@@ -72,8 +73,8 @@ TEST_F(PortAdded, AnObjectInputGetsAWritableGenericAttributeAcceptingGeometryAnd
     EXPECT_TRUE(fnAttribute.isKeyable());
     EXPECT_FALSE(fnAttribute.isReadable());
     EXPECT_FALSE(fnAttribute.isArray());
-    for (KFnData::Type kind : {KFnData::kMesh, KFnData::kNurbsCurve, KFnData::kDoubleArray,
-                               KFnData::kVectorArray}) {
+    for (KFnData::Type kind :
+         {KFnData::kMesh, KFnData::kNurbsCurve, KFnData::kDoubleArray, KFnData::kVectorArray}) {
         EXPECT_TRUE(fnAttribute.accepts(kind)) << kind;
     }
     EXPECT_TRUE(fnAttribute.accepts(ZelData::id));
@@ -83,16 +84,15 @@ TEST_F(PortAdded, AnObjectInputGetsAWritableGenericAttributeAcceptingGeometryAnd
 
 TEST_F(PortAdded, AnArrayOfObjectsIsAnObjectPortWithAnArrayAttribute) {
     ASSERT_TRUE(ZelvaneBoard::addPort(
-        board_,
-        port("geos", PortDirection::Input, Orsel::Type::arrayOf(Zelvane::objectType()))));
+        board_, port("geos", PortDirection::Input, Orsel::Type::arrayOf(Zelvane::objectType()))));
     KFnAttribute fnAttribute(KFnDependencyNode(board_).attribute("geos"));
     EXPECT_TRUE(fnAttribute.isArray());
     EXPECT_TRUE(fnAttribute.accepts(KFnData::kMesh));
 }
 
 TEST_F(PortAdded, AnExistingAttributeIsKept) {
-    ASSERT_TRUE(ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input,
-                                                   Zelvane::objectType())));
+    ASSERT_TRUE(
+        ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input, Zelvane::objectType())));
     const unsigned int before = KFnDependencyNode(board_).attributeCount();
     EXPECT_TRUE(translation().portAdded(board_, Orsel::String("geo"), PortDirection::Input,
                                         Zelvane::objectType(), Orsel::MetadataItem()));
@@ -100,8 +100,8 @@ TEST_F(PortAdded, AnExistingAttributeIsKept) {
 }
 
 TEST_F(PortAdded, AnObjectOutputIsShownByANewShapeInTheDefaultShadingGroup) {
-    ASSERT_TRUE(ZelvaneBoard::addPort(board_, port("result", PortDirection::Output,
-                                                   Zelvane::objectType())));
+    ASSERT_TRUE(ZelvaneBoard::addPort(
+        board_, port("result", PortDirection::Output, Zelvane::objectType())));
     KFnAttribute fnAttribute(KFnDependencyNode(board_).attribute("result"));
     EXPECT_TRUE(fnAttribute.isReadable());
     EXPECT_FALSE(fnAttribute.isWritable());
@@ -125,9 +125,9 @@ TEST_F(PortAdded, AnObjectOutputIsShownByANewShapeInTheDefaultShadingGroup) {
 }
 
 TEST_F(PortAdded, AnOutputThatAsksForNoShapeGetsOnlyItsAttribute) {
-    PortSpec spec = port("result", PortDirection::Output, Zelvane::objectType());
-    spec.metadata = inputByPath("noShape", "1");
-    ASSERT_TRUE(ZelvaneBoard::addPort(board_, spec));
+    PortDescription description = port("result", PortDirection::Output, Zelvane::objectType());
+    description.metadata = inputByPath("noShape", "1");
+    ASSERT_TRUE(ZelvaneBoard::addPort(board_, description));
     EXPECT_TRUE(KFnDependencyNode(board_).hasAttribute("result"));
     EXPECT_TRUE(node("zelShapeShape1").isNull());
 }
@@ -136,10 +136,10 @@ TEST_F(PortAdded, AnOutputFedByPathConnectsToTheNodeFound) {
     KFnDependencyNode fnNode;
     const KObject existing = fnNode.create("zelShape", "viewer");
     ASSERT_FALSE(existing.isNull());
-    PortSpec spec =
+    PortDescription description =
         port("results", PortDirection::Output, Orsel::Type::arrayOf(Zelvane::objectType()));
-    spec.metadata = inputByPath("paths", "viewer");
-    ASSERT_TRUE(ZelvaneBoard::addPort(board_, spec));
+    description.metadata = inputByPath("paths", "viewer");
+    ASSERT_TRUE(ZelvaneBoard::addPort(board_, description));
     EXPECT_EQ(sourcesOf(plug(existing, "inputSurface")),
               std::vector<KString>{KString("board1.results[0]")});
     EXPECT_TRUE(node("zelShapeShape1").isNull()) << "no new shape when one was found";
@@ -147,23 +147,23 @@ TEST_F(PortAdded, AnOutputFedByPathConnectsToTheNodeFound) {
 
 TEST_F(PortAdded, AFailingAttributeCreationAddsNothing) {
     KFailureInjection::failNext("KFnGenericAttribute::create");
-    EXPECT_FALSE(ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input,
-                                                    Zelvane::objectType())));
+    EXPECT_FALSE(
+        ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input, Zelvane::objectType())));
     EXPECT_FALSE(KFnDependencyNode(board_).hasAttribute("geo"));
 }
 
 TEST_F(PortAdded, AFailingModifierStopsBeforeTheShape) {
     KFailureInjection::failNext("KDGModifier::doIt");
-    EXPECT_FALSE(ZelvaneBoard::addPort(board_, port("result", PortDirection::Output,
-                                                    Zelvane::objectType())));
+    EXPECT_FALSE(ZelvaneBoard::addPort(
+        board_, port("result", PortDirection::Output, Zelvane::objectType())));
     EXPECT_FALSE(KFnDependencyNode(board_).hasAttribute("result"));
     EXPECT_TRUE(node("zelShapeShape1").isNull());
 }
 
 TEST_F(PortAdded, ATransformsPortOnADependencyNodeIsHiddenAndUnconnectable) {
-    ASSERT_TRUE(ZelvaneBoard::addPort(
-        board_, port("xform", PortDirection::Input,
-                     Zelvane::Geometry::Transform::graphTransformsType())));
+    ASSERT_TRUE(
+        ZelvaneBoard::addPort(board_, port("xform", PortDirection::Input,
+                                           Zelvane::Geometry::Transform::graphTransformsType())));
     KFnDependencyNode fnBoard(board_);
     KFnCompoundAttribute fnCompound(fnBoard.attribute("xform"));
     EXPECT_TRUE(fnCompound.isHidden());
@@ -217,8 +217,8 @@ TEST_F(PortAdded, ATimeInputFollowsTheSceneTime) {
 
 TEST_F(PortAdded, AnUnsupportedTypeGetsNoAttribute) {
     const unsigned int before = KFnDependencyNode(board_).attributeCount();
-    EXPECT_FALSE(ZelvaneBoard::addPort(
-        board_, port("amount", PortDirection::Input, Orsel::Type::builtin(Orsel::TypeKind::Float))));
+    EXPECT_FALSE(ZelvaneBoard::addPort(board_, port("amount", PortDirection::Input,
+                                                    Orsel::Type::builtin(Orsel::TypeKind::Float))));
     EXPECT_FALSE(translation().portAdded(board_, Orsel::String("amount"), PortDirection::Input,
                                          Orsel::Type::builtin(Orsel::TypeKind::Float),
                                          Orsel::MetadataItem()));

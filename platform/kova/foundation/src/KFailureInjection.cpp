@@ -124,12 +124,13 @@ void KFailureInjection::setCounting(bool counting) {
     }
 }
 
-KStatus KFailureInjection::configure(std::string_view spec) {
+KStatus KFailureInjection::configure(std::string_view description) {
     std::vector<std::pair<std::string, Rule>> parsed;
-    while (!spec.empty()) {
-        const std::size_t comma = spec.find(',');
-        const std::string_view term = trim(spec.substr(0, comma));
-        spec = comma == std::string_view::npos ? std::string_view() : spec.substr(comma + 1);
+    while (!description.empty()) {
+        const std::size_t comma = description.find(',');
+        const std::string_view term = trim(description.substr(0, comma));
+        description =
+            comma == std::string_view::npos ? std::string_view() : description.substr(comma + 1);
         std::string operation;
         Rule rule;
         if (!parseTerm(term, operation, rule)) {

@@ -29,7 +29,7 @@ public:
     // Arms from a text: comma-separated terms "op" (fail next once), "op:next=N",
     // "op:always" or "op:after=N". Fails with kInvalidParameter, arming nothing, when a term
     // is malformed.
-    static KStatus configure(std::string_view spec);
+    static KStatus configure(std::string_view description);
 
     // Disarms everything, zeroes the counts and turns counting off.
     static void reset();
