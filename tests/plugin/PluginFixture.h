@@ -2,16 +2,13 @@
 
 #include <board/BoardExecutor.h>
 #include <board/BoardNode.h>
-
-#include <zelvane/executor/TranslationLibrary.h>
-
+#include <gtest/gtest.h>
 #include <kova/KFailureInjection.h>
 #include <kova/KMessageCapture.h>
 #include <kova/KObject.h>
 #include <kova/KPluginLoader.h>
 #include <kova/KScene.h>
-
-#include <gtest/gtest.h>
+#include <zelvane/executor/TranslationLibrary.h>
 
 // A fresh scene with the board's node and data types registered, as a host process that
 // carries graphs has them. Tests bind the plug-in through the executor's loader themselves.

@@ -1,0 +1,105 @@
+#include "plugin/GeometryDispatch.h"
+#include "plugin/PortTypes.h"
+#include "plugin/SourceGuard.h"
+#include "plugin/TimeValues.h"
+#include "plugin/ZelvaneObjectTranslation.h"
+
+#include <kova/KArrayDataHandle.h>
+#include <kova/KDataBlock.h>
+#include <kova/KDataHandle.h>
+#include <kova/KPlug.h>
+#include <zelvane/geometry/GraphTransforms.h>
+
+using ZelvaneGraph::Executor::HostPortContext;
+
+namespace {
+
+// Options of ports that have no metadata: every converter's defaults.
+const Orsel::MetadataItem gNoOptions;
+
+Orsel::Value objectValue(const Orsel::Type& portType, Orsel::MutablePtr<Zelvane::Object> object,
+                         bool asArray) {
+    if (!asArray) {
+        return Orsel::Value::fromClass(portType, std::move(object));
+    }
+    auto objects = Orsel::make<Orsel::Array<Orsel::Ptr<Zelvane::Object>>>();
+    objects->push_back(Orsel::Ptr<Zelvane::Object>(std::move(object)));
+    return Orsel::Value::fromOpaqueArray(portType, std::move(objects));
+}
+
+// The object port's value: its sources are read under the source guard, then converted.
+void translateObjects(const Orsel::Type& portType, Orsel::Value& destination,
+                      const HostPortContext& context) {
+    if (context.ownReader) {
+        context.ownReader(destination);
+        return;
+    }
+    const KPlug& plug = *context.plug;
+    const Orsel::MetadataItem& options = context.options ? *context.options : gNoOptions;
+    const bool oneLevelArray = ZelvanePlugin::isOneLevelArray(portType);
+    ZelvanePlugin::SourceGuard::Keys sources = ZelvanePlugin::SourceGuard::sourcesOf(plug);
+
+    if (!plug.isArray()) {
+        KDataHandle handle;
+        {
+            ZelvanePlugin::SourceGuard guard(std::move(sources));
+            handle = context.dataBlock->inputValue(plug);
+        }
+        if (auto object = kovaGeoToZelvane(plug, handle, options)) {
+            destination = objectValue(portType, std::move(object), oneLevelArray);
+        }
+        return;
+    }
+    KArrayDataHandle handle;
+    {
+        ZelvanePlugin::SourceGuard guard(std::move(sources));
+        handle = context.dataBlock->inputArrayValue(plug);
+    }
+    if (oneLevelArray) {
+        if (auto objects = kovaGeoToZelvane(plug, handle, options)) {
+            destination = Orsel::Value::fromOpaqueArray(portType, std::move(objects));
+        }
+    } else if (auto merged = kovaGeoToZelvaneMerged(plug, handle, options)) {
+        destination = Orsel::Value::fromClass(portType, std::move(merged));
+    }
+}
+
+Zelvane::Geometry::Transform::GraphTransforms transformsOf(const KDataHandle& compound) {
+    const KFloatMatrix matrix = compound.child(0).asFloatMatrix();
+    Zelvane::Geometry::Transform::GraphTransforms transforms{};
+    for (unsigned int i = 0; i < 16; ++i) {
+        transforms.matrix[i] = matrix(i / 4, i % 4);
+    }
+    return transforms;
+}
+
+} // namespace
+
+bool ZelvaneObjectTranslation::translateInputValue(const Orsel::Type& portType,
+                                                   Orsel::Value& destination,
+                                                   const HostPortContext& context) const {
+    using namespace ZelvanePlugin;
+    const PortKind kind = classifyPortType(portType);
+    if (kind == PortKind::Unsupported || !context.plug || !context.dataBlock) {
+        return false;
+    }
+    KDataBlock& block = *context.dataBlock;
+    switch (kind) {
+    case PortKind::Object:
+        translateObjects(portType, destination, context);
+        break;
+    case PortKind::Time:
+        destination =
+            Orsel::Value::make(portType, timeRecord(block.inputValue(*context.plug).asTime()));
+        break;
+    case PortKind::Transforms:
+        destination = Orsel::Value::make(portType, transformsOf(block.inputValue(*context.plug)));
+        break;
+    case PortKind::SceneInfo:
+        destination = Orsel::Value::make(portType, readSceneInfo(block.inputValue(*context.plug)));
+        break;
+    case PortKind::Unsupported:
+        break;
+    }
+    return true;
+}

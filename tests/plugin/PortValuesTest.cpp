@@ -1,0 +1,302 @@
+#include "BoardScene.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <kova/KDoubleArray.h>
+#include <kova/KFnDoubleArrayData.h>
+#include <kova/KFnMessageAttribute.h>
+#include <kova/KFnVectorArrayData.h>
+#include <kova/KMatrix.h>
+#include <kova/KTime.h>
+#include <kova/KVectorArray.h>
+#include <zelvane/file/SceneInfo.h>
+#include <zelvane/geometry/GraphTransforms.h>
+#include <zelvane/geometry/Names.h>
+#include <zelvane/simulation/Time.h>
+
+using ZelvaneBoard::PortValues;
+using ZelvaneGraph::Executor::PortDirection;
+
+namespace {
+
+const Orsel::Type& objectArrayType() {
+    static const Orsel::Type type = Orsel::Type::arrayOf(Zelvane::objectType());
+    return type;
+}
+
+Orsel::Value timeValue(const Zelvane::Simulation::Time& time) {
+    return Orsel::Value::make(Zelvane::Simulation::timeType(), time);
+}
+
+} // namespace
+
+class TimePorts : public BoardScene {
+protected:
+    void SetUp() override {
+        BoardScene::SetUp();
+        previousUnit_ = KTime::uiUnit();
+        KTime::setUIUnit(KTime::k24FPS);
+        ASSERT_TRUE(addPort("now", PortDirection::Input, Zelvane::Simulation::timeType()));
+        ASSERT_TRUE(addPort("later", PortDirection::Output, Zelvane::Simulation::timeType()));
+        plug("time1.outTime").setTime(KTime(48.0, KTime::k24FPS));
+    }
+    void TearDown() override {
+        KTime::setUIUnit(previousUnit_);
+        BoardScene::TearDown();
+    }
+    KTime::Unit previousUnit_ = KTime::kInvalid;
+};
+
+TEST_F(TimePorts, FrameFortyEightAtTwentyFourUnitsIsTwoSeconds) {
+    Zelvane::Simulation::Time seen{};
+    setBody([&](const PortValues& in) {
+        seen = *in.at("now").get<Zelvane::Simulation::Time>();
+        return PortValues{};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    EXPECT_DOUBLE_EQ(seen.seconds, 2.0);
+    EXPECT_DOUBLE_EQ(seen.frame, 48.0);
+    EXPECT_DOUBLE_EQ(seen.frameLength, 1.0 / 24.0);
+    EXPECT_EQ(seen.ticks, 2 * KTime::ticksPerSecond());
+}
+
+TEST_F(TimePorts, OutputFollowsFrameThenSecondsThenTicks) {
+    plug("board1.later").setTime(KTime(10.0, KTime::k24FPS));
+    Zelvane::Simulation::Time result{KTime::ticksPerSecond() * 10 / 24, 10.0 / 24, 12.0, 1.0 / 24};
+    setBody([&](const PortValues&) { return PortValues{{"later", timeValue(result)}}; });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    EXPECT_DOUBLE_EQ(plug("board1.later").asTime().value(), 12.0); // frame wins
+
+    result = {KTime::ticksPerSecond() * 3, 1.0, 12.0, 1.0 / 24};
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    EXPECT_DOUBLE_EQ(plug("board1.later").asTime().value(), 24.0); // then seconds
+
+    result = {KTime::ticksPerSecond() * 2, 1.0, 24.0, 1.0 / 24};
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    EXPECT_DOUBLE_EQ(plug("board1.later").asTime().value(), 48.0); // ticks only
+}
+
+TEST_F(TimePorts, UnchangedResultLeavesTheAttributeUntouched) {
+    const KTime before(7.0 / 3.0, KTime::k24FPS);
+    plug("board1.later").setTime(before);
+    const double seconds = before.as(KTime::kSeconds);
+    const Zelvane::Simulation::Time same{
+        static_cast<std::int64_t>(static_cast<double>(KTime::ticksPerSecond()) * seconds), seconds,
+        before.value(), 1.0 / 24};
+    setBody([&](const PortValues&) { return PortValues{{"later", timeValue(same)}}; });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const KTime after = plug("board1.later").asTime();
+    EXPECT_EQ(after.unit(), before.unit());
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(after.value()),
+              std::bit_cast<std::uint64_t>(before.value()));
+}
+
+TEST_F(BoardScene, SceneInfoTravelsBothWaysAndTransformsComeIn) {
+    using Zelvane::File::Project::SceneInfo;
+    using Zelvane::Geometry::Transform::GraphTransforms;
+    ASSERT_TRUE(addPort("scene", PortDirection::Input, Zelvane::File::Project::sceneInfoType()));
+    ASSERT_TRUE(
+        addPort("sceneOut", PortDirection::Output, Zelvane::File::Project::sceneInfoType()));
+    ASSERT_TRUE(
+        addPort("xf", PortDirection::Input, Zelvane::Geometry::Transform::graphTransformsType()));
+    plug("board1.scene_scene").setString("shot.kva");
+    plug("board1.scene_scene_directory").setString("/shots");
+    plug("board1.scene_project_directory").setString("/proj");
+    plug("board1.scene_has_project").setBool(true);
+    KMatrix moved;
+    moved(3, 0) = 5.0;
+    moved(1, 1) = 2.0;
+    KPlug(plug("board1.xf").child(0)).setMatrix(moved);
+
+    GraphTransforms seen{};
+    setBody([&](const PortValues& in) {
+        seen = *in.at("xf").get<GraphTransforms>();
+        return PortValues{{"sceneOut", in.at("scene")}};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    EXPECT_FLOAT_EQ(seen.matrix[12], 5.0f);
+    EXPECT_FLOAT_EQ(seen.matrix[5], 2.0f);
+    EXPECT_FLOAT_EQ(seen.matrix[15], 1.0f);
+    EXPECT_EQ(plug("board1.sceneOut_scene").asString(), KString("shot.kva"));
+    EXPECT_EQ(plug("board1.sceneOut_scene_directory").asString(), KString("/shots"));
+    EXPECT_EQ(plug("board1.sceneOut_project_directory").asString(), KString("/proj"));
+    EXPECT_TRUE(plug("board1.sceneOut_has_project").asBool());
+}
+
+TEST_F(BoardScene, ArraysBecomeNamedFloatPropertiesAndComeBackThroughZelData) {
+    ASSERT_TRUE(addPort("weights", PortDirection::Input, Zelvane::objectType()));
+    ASSERT_TRUE(addPort("dirs", PortDirection::Input, Zelvane::objectType()));
+    ASSERT_TRUE(addPort("all", PortDirection::Output, objectArrayType()));
+    KFnDoubleArrayData fnDoubles;
+    connect(dataSource("src", "w", KFnData::kDoubleArray,
+                       fnDoubles.create(KDoubleArray({0.5, 1e300, -2.0}))),
+            plug("board1.weights"));
+    KFnVectorArrayData fnVectors;
+    connect(dataSource("src2", "d", KFnData::kVectorArray,
+                       fnVectors.create(KVectorArray({KVector(1, 2, 3)}))),
+            plug("board1.dirs"));
+    setBody([&](const PortValues& in) {
+        auto both = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
+        both->push_back(in.at("weights").getOrselClass());
+        both->push_back(in.at("dirs").getOrselClass());
+        return PortValues{
+            {"all", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(both))}};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+
+    const ZelData* out = outputObjects("all");
+    ASSERT_NE(out, nullptr);
+    ASSERT_EQ(out->size(), 2u);
+    const auto weights = out->objects()[0]->getArray<float>("w");
+    ASSERT_TRUE(weights);
+    ASSERT_EQ(weights->size(), 3u);
+    EXPECT_FLOAT_EQ((*weights)[0], 0.5f);
+    EXPECT_TRUE(std::isinf((*weights)[1]) && (*weights)[1] > 0);
+    EXPECT_FLOAT_EQ((*weights)[2], -2.0f);
+    const auto dirs = out->objects()[1]->getArray<Zelvane::Math::float3>("d");
+    ASSERT_TRUE(dirs);
+    ASSERT_EQ(dirs->size(), 1u);
+    EXPECT_FLOAT_EQ((*dirs)[0].z, 3.0f);
+}
+
+TEST_F(BoardScene, UnconnectedSinglePortGivesAnEmptyObject) {
+    ASSERT_TRUE(addPort("in", PortDirection::Input, Zelvane::objectType()));
+    Orsel::Ptr<Zelvane::Object> seen;
+    setBody([&](const PortValues& in) {
+        seen = in.at("in").getOrselClass<Zelvane::Object>();
+        return PortValues{};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_TRUE(seen);
+    EXPECT_EQ(seen->propertyCount(), 0u);
+}
+
+TEST_F(BoardScene, SinglePortFedByZelDataOfThreeGetsACopyOfTheFirst) {
+    ASSERT_TRUE(addPort("in", PortDirection::Input, Zelvane::objectType()));
+    KFnPluginData fnData;
+    const KObject data = fnData.create(ZelData::id);
+    auto* held = dynamic_cast<ZelData*>(fnData.data());
+    for (const char* name : {"a", "b", "c"}) {
+        auto object = Zelvane::createObject();
+        object->set(name, 1.0f);
+        held->addZelvaneObject(Orsel::Ptr<Zelvane::Object>(std::move(object)));
+    }
+    connect(dataSource("src", "objs", ZelData::id, data), plug("board1.in"));
+    Orsel::Ptr<Zelvane::Object> seen;
+    setBody([&](const PortValues& in) {
+        seen = in.at("in").getOrselClass<Zelvane::Object>();
+        return PortValues{};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_TRUE(seen);
+    EXPECT_TRUE(seen->has("a"));
+    EXPECT_FALSE(seen->has("b"));
+    EXPECT_NE(seen.get(), held->objects()[0].get()); // a copy, the host's one stays its own
+    EXPECT_EQ(held->shared(), 1);
+}
+
+TEST_F(BoardScene, MessageFromAShaderGivesAMaterialReference) {
+    ASSERT_TRUE(addPort("shader", PortDirection::Input, Zelvane::objectType()));
+    KFnDependencyNode fnNode;
+    const KObject lambert = fnNode.create("lambert", "red");
+    connect(KFnDependencyNode(lambert).findPlug("message", false), plug("board1.shader"));
+    Orsel::Ptr<Zelvane::Object> seen;
+    setBody([&](const PortValues& in) {
+        seen = in.at("shader").getOrselClass<Zelvane::Object>();
+        return PortValues{};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_TRUE(seen);
+    const auto* name = seen->get<Orsel::String>(Zelvane::Geometry::sMaterialReferenceID);
+    ASSERT_NE(name, nullptr);
+    EXPECT_EQ(*name, Orsel::String("red"));
+}
+
+TEST_F(BoardScene, EmptyArrayResultGivesAnEmptyZelData) {
+    ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
+    setBody([](const PortValues&) {
+        return PortValues{
+            {"out", Orsel::Value::fromOpaqueArray(
+                        objectArrayType(), Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>())}};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const ZelData* out = outputObjects("out");
+    ASSERT_NE(out, nullptr);
+    EXPECT_TRUE(out->empty());
+}
+
+TEST_F(BoardScene, NullSingleResultGivesOneEmptyObject) {
+    ASSERT_TRUE(addPort("out", PortDirection::Output, Zelvane::objectType()));
+    setBody([](const PortValues&) { return PortValues{}; });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const ZelData* out = outputObjects("out");
+    ASSERT_NE(out, nullptr);
+    ASSERT_EQ(out->size(), 1u);
+    EXPECT_EQ(out->objects()[0]->propertyCount(), 0u);
+}
+
+class ObjectArrayOutput : public BoardScene {
+protected:
+    void SetUp() override {
+        BoardScene::SetUp();
+        ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
+        setBody([this](const PortValues&) {
+            auto objects = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
+            for (int i = 0; i < count_; ++i) {
+                auto object = Zelvane::createObject();
+                object->set("index", static_cast<float>(i));
+                objects->push_back(Orsel::Ptr<Zelvane::Object>(std::move(object)));
+            }
+            return PortValues{
+                {"out", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(objects))}};
+        });
+    }
+    int count_ = 3;
+};
+
+TEST_F(ObjectArrayOutput, FewerObjectsOnReevaluationLeaveOnlyTheNewOnes) {
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_EQ(outputObjects("out")->size(), 3u);
+    count_ = 1;
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_EQ(outputObjects("out")->size(), 1u);
+    EXPECT_EQ(*outputObjects("out")->objects()[0]->get<float>("index"), 0.0f);
+}
+
+TEST_F(ObjectArrayOutput, FailingSetStopsAddingFurtherObjects) {
+    count_ = 5;
+    KFailureInjection::failAfter("KDataHandle::set", 2);
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    KFailureInjection::reset();
+    const ZelData* out = outputObjects("out");
+    ASSERT_NE(out, nullptr);
+    // The third object went into the data before its set failed; the last two never did.
+    EXPECT_EQ(out->size(), 3u);
+}
+
+TEST_F(BoardScene, ReadingAnOutputEvaluatesTheGraphAndItsShapeShowsTheObjects) {
+    ASSERT_TRUE(addPort("weights", PortDirection::Input, Zelvane::objectType()));
+    ASSERT_TRUE(addPort("out", PortDirection::Output, Zelvane::objectType()));
+    auto& graph = ZelvaneBoard::BoardNode::fromNode(board_)->graph();
+    ASSERT_TRUE(graph.addOperator("pass", "passThrough"));
+    ASSERT_TRUE(graph.connect("weights", "pass.in"));
+    ASSERT_TRUE(graph.connect("pass.out", "out"));
+    KFnDoubleArrayData fnDoubles;
+    KPlug source =
+        dataSource("src", "w", KFnData::kDoubleArray, fnDoubles.create(KDoubleArray({4.0})));
+    connect(source, plug("board1.weights"));
+
+    const auto firstWeight = [&] {
+        const ZelData* out = outputObjects("out");
+        EXPECT_NE(out, nullptr);
+        EXPECT_EQ(out ? out->size() : 0u, 1u);
+        return out && out->size() == 1 ? (*out->objects()[0]->getArray<float>("w"))[0] : -1.0f;
+    };
+    EXPECT_FLOAT_EQ(firstWeight(), 4.0f); // no explicit evaluation: the read computes
+    source.setKObject(fnDoubles.create(KDoubleArray({6.5})));
+    EXPECT_FLOAT_EQ(firstWeight(), 6.5f); // a changed input makes the output stale
+
+    EXPECT_EQ(plug("zelShapeShape1.displayType").asInt(), static_cast<int>(KFnData::kPlugin));
+    EXPECT_EQ(plug("zelShapeShape1.displayName").asString(), KString(ZelData::kTypeName));
+}
