@@ -1,8 +1,6 @@
-#include <board/BoardExecutor.h>
-
-#include <kova/KGlobal.h>
-
 #include <algorithm>
+#include <board/BoardExecutor.h>
+#include <kova/KGlobal.h>
 #include <memory>
 #include <mutex>
 

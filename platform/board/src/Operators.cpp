@@ -1,5 +1,7 @@
 #include "Operators.h"
 
+#include "StrandTubes.h"
+
 #include <zelvane/Object.h>
 #include <zelvane/geometry/GraphTransforms.h>
 #include <zelvane/geometry/Names.h>
@@ -14,24 +16,6 @@ using ObjectArray = Orsel::Array<Orsel::Ptr<Orsel::Class>>;
 const Orsel::Value* find(const PortValues& values, const char* name) {
     auto it = values.find(name);
     return it == values.end() ? nullptr : &it->second;
-}
-
-// The objects a value holds: its one object or its array's entries (null ones skipped).
-std::vector<ObjectPtr> objectsOf(const Orsel::Value* value) {
-    std::vector<ObjectPtr> objects;
-    if (!value) {
-        return objects;
-    }
-    if (auto array = value->getOpaqueArray()) {
-        for (const auto& entry : *array) {
-            if (auto object = Orsel::dynamicPtrCast<Zelvane::Object>(entry)) {
-                objects.push_back(std::move(object));
-            }
-        }
-    } else if (auto object = value->getOrselClass<Zelvane::Object>()) {
-        objects.push_back(std::move(object));
-    }
-    return objects;
 }
 
 PortValues passThrough(const PortValues& inputs) {
@@ -93,9 +77,27 @@ const std::map<std::string, OperatorKind> gKinds = {
     {"passThrough", {{"in"}, {"out"}, &passThrough}},
     {"mergeObjects", {{"objects"}, {"object"}, &mergeObjects}},
     {"transformPoints", {{"objects", "transform"}, {"objects"}, &transformPoints}},
+    {"strandsToTubes", {{"strands", "radius", "sides"}, {"meshes"}, &strandsToTubes}},
 };
 
 } // namespace
+
+std::vector<Orsel::Ptr<Zelvane::Object>> objectsOf(const Orsel::Value* value) {
+    std::vector<ObjectPtr> objects;
+    if (!value) {
+        return objects;
+    }
+    if (auto array = value->getOpaqueArray()) {
+        for (const auto& entry : *array) {
+            if (auto object = Orsel::dynamicPtrCast<Zelvane::Object>(entry)) {
+                objects.push_back(std::move(object));
+            }
+        }
+    } else if (auto object = value->getOrselClass<Zelvane::Object>()) {
+        objects.push_back(std::move(object));
+    }
+    return objects;
+}
 
 const OperatorKind* findOperatorKind(const std::string& name) {
     auto it = gKinds.find(name);

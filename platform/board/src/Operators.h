@@ -1,8 +1,10 @@
 #pragma once
 
 #include <board/Graph.h>
+#include <orsel/Ptr.h>
 #include <string>
 #include <vector>
+#include <zelvane/Object.h>
 
 namespace ZelvaneBoard::detail {
 
@@ -15,5 +17,9 @@ struct OperatorKind {
 
 // The built-in kind of `name`, or null.
 const OperatorKind* findOperatorKind(const std::string& name);
+
+// The objects a value holds: its one object or its array's entries, null ones skipped; none
+// for a null value.
+std::vector<Orsel::Ptr<Zelvane::Object>> objectsOf(const Orsel::Value* value);
 
 } // namespace ZelvaneBoard::detail

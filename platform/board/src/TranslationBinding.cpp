@@ -1,9 +1,7 @@
+#include <algorithm>
 #include <board/TranslationBinding.h>
-
 #include <kova/KGlobal.h>
 #include <kova/KPluginLoader.h>
-
-#include <algorithm>
 
 namespace ZelvaneBoard {
 

@@ -26,6 +26,8 @@ using PortValues = std::map<std::string, Orsel::Value>;
 //    (a "Geometry::Transform::GraphTransforms" value), output "objects" of the same shape:
 //    copies whose point positions are multiplied by the matrix (row vectors, translation in
 //    row 3). Objects without point positions pass unchanged; inputs are never changed.
+//  - "strandsToTubes": inputs "strands" (strand objects), "radius" and "sides" (optional),
+//    output "meshes": an array with one tube mesh per strand object (see StrandTubes.h).
 //
 // A C++ body (setBody) replaces operators and wires: it is given the board's inputs and
 // returns its outputs.
