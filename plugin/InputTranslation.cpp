@@ -30,10 +30,6 @@ Orsel::Value objectValue(const Orsel::Type& portType, Orsel::MutablePtr<Zelvane:
 // The object port's value: its sources are read under the source guard, then converted.
 void translateObjects(const Orsel::Type& portType, Orsel::Value& destination,
                       const HostPortContext& context) {
-    if (context.ownReader) {
-        context.ownReader(destination);
-        return;
-    }
     const KPlug& plug = *context.plug;
     const Orsel::MetadataItem& options = context.options ? *context.options : gNoOptions;
     const bool oneLevelArray = ZelvanePlugin::isOneLevelArray(portType);
@@ -80,7 +76,16 @@ bool ZelvaneObjectTranslation::translateInputValue(const Orsel::Type& portType,
                                                    const HostPortContext& context) const {
     using namespace ZelvanePlugin;
     const PortKind kind = classifyPortType(portType);
-    if (kind == PortKind::Unsupported || !context.plug || !context.dataBlock) {
+    if (kind == PortKind::Unsupported || !context.plug) {
+        return false;
+    }
+    // An executor that produces an object port's value itself is handed the destination; no
+    // host data is read.
+    if (kind == PortKind::Object && context.ownReader) {
+        context.ownReader(destination);
+        return true;
+    }
+    if (!context.dataBlock) {
         return false;
     }
     KDataBlock& block = *context.dataBlock;

@@ -300,3 +300,29 @@ TEST_F(BoardScene, ReadingAnOutputEvaluatesTheGraphAndItsShapeShowsTheObjects) {
     EXPECT_EQ(plug("zelShapeShape1.displayType").asInt(), static_cast<int>(KFnData::kPlugin));
     EXPECT_EQ(plug("zelShapeShape1.displayName").asString(), KString(ZelData::kTypeName));
 }
+
+TEST_F(BoardScene, PortContextsOwnReaderIsUsedInsteadOfHostData) {
+    ASSERT_TRUE(addPort("in", PortDirection::Input, Zelvane::objectType()));
+    KFnPluginData fnData;
+    const KObject data = fnData.create(ZelData::id);
+    auto* held = dynamic_cast<ZelData*>(fnData.data());
+    held->addZelvaneObject(Orsel::Ptr<Zelvane::Object>(Zelvane::createObject()));
+    connect(dataSource("src", "objs", ZelData::id, data), plug("board1.in"));
+
+    auto cached = Zelvane::createObject();
+    cached->set("cached", 1.0f);
+    const Orsel::Value cachedValue = Orsel::Value::fromClass(
+        Zelvane::objectType(), Orsel::Ptr<Zelvane::Object>(std::move(cached)));
+    KPlug port = plug("board1.in");
+    Orsel::Value destination;
+    int calls = 0;
+    ZelvaneGraph::Executor::HostPortContext context{&port, nullptr, nullptr, &destination,
+                                                    [&](Orsel::Value& value) {
+                                                        ++calls;
+                                                        value = cachedValue;
+                                                    }};
+    translation().translateInputValue(Zelvane::objectType(), destination, context);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(destination.getOrselClass().get(), cachedValue.getOrselClass().get());
+    EXPECT_EQ(held->shared(), 0); // the source was never read
+}
