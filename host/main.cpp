@@ -3,7 +3,8 @@
 
 #include "CliMessageSink.h"
 #include "HostSession.h"
-#include "PluginInfoCommand.h"
+#include "commands/PluginInfoCommand.h"
+#include "commands/RunCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <kova/KMessageSink.h>
@@ -27,9 +28,18 @@ int main(int argc, char** argv) {
         ->capture_default_str();
     pluginInfoCommand->add_flag("--json", pluginInfo.json, "Print the report as JSON");
 
+    KovaHost::RunOptions run;
+    CLI::App* runCommand = app.add_subcommand(
+        "run", "Run a script of host commands (one per line; see docs/user-guide.md)");
+    runCommand->add_option("SCRIPT", run.script, "Script file, or - for standard input")
+        ->required();
+
     CLI11_PARSE(app, argc, argv);
     if (pluginInfoCommand->parsed()) {
         return KovaHost::runPluginInfo(pluginInfo);
+    }
+    if (runCommand->parsed()) {
+        return KovaHost::runScript(run);
     }
     return 1;
 }

@@ -1,32 +1,14 @@
 // `kova plugin-info` as a user runs it.
 
+#include "CliRun.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <sys/wait.h>
 
 namespace {
-
-struct CliRun {
-    int exitCode;
-    std::string output;
-};
-
-CliRun kova(const std::string& arguments) {
-    const std::string command = std::string("'") + KOVA_PATH + "' " + arguments + " 2>&1";
-    FILE* pipe = ::popen(command.c_str(), "r");
-    std::string output;
-    std::array<char, 4096> buffer{};
-    while (pipe && std::fgets(buffer.data(), buffer.size(), pipe)) {
-        output += buffer.data();
-    }
-    const int raw = pipe ? ::pclose(pipe) : -1;
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, output};
-}
 
 TEST(PluginInfoCli, ReportsEveryPortKindAsJson) {
     const CliRun run = kova("plugin-info --json --plugin '" + std::string(PLUGIN_PATH) + "'");

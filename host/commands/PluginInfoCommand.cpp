@@ -1,4 +1,4 @@
-#include "PluginInfoCommand.h"
+#include "commands/PluginInfoCommand.h"
 
 #include "HostSession.h"
 
