@@ -1,6 +1,7 @@
 #include "ArrayNode.h"
 
 #include <kova/KDGModifier.h>
+#include <kova/KFnGenericAttribute.h>
 #include <kova/KFnMatrixAttribute.h>
 #include <kova/KFnMessageAttribute.h>
 #include <kova/KFnTypedAttribute.h>
@@ -61,6 +62,20 @@ TEST_F(ConnectionRulesTest, KindsMustFit) {
     EXPECT_EQ(xform.source().name(), "xf.worldMatrix[0]");
     EXPECT_TRUE(connect(plug(transform, "translate"), triple));
     EXPECT_FALSE(connect(plug(from, "sum"), plug(to, "sum"))); // not writable
+}
+
+TEST_F(ConnectionRulesTest, GenericSourceFeedsTypedInputsOfADataTypeItAccepts) {
+    const KTypeId pluginType(0x7f001);
+    KFnGenericAttribute generic;
+    const KObject source = generic.create("anything", "any");
+    generic.addDataAccept(KFnData::kMesh);
+    generic.addDataAccept(pluginType);
+    const KPlug anything = add(from, source);
+    KFnTypedAttribute typed;
+    EXPECT_TRUE(connect(anything, add(to, typed.create("carried", "ca", pluginType))));
+    EXPECT_TRUE(connect(anything, add(to, typed.create("shape", "sh", KFnData::kMesh))));
+    EXPECT_FALSE(connect(anything, add(to, typed.create("other", "ot", KTypeId(0x7f002)))));
+    EXPECT_FALSE(connect(anything, add(to, typed.create("text", "tx", KFnData::kString))));
 }
 
 TEST_F(ConnectionRulesTest, FlagsGateConnections) {

@@ -50,7 +50,10 @@ bool fits(const Attribute& source, const Attribute& destination) {
         case Kind::Generic:
             return destination.kind == Kind::Generic || destination.dataType == KFnData::kAny ||
                    std::any_of(source.acceptedTypes.begin(), source.acceptedTypes.end(),
-                               [&](KFnData::Type t) { return destination.acceptsData(t); });
+                               [&](KFnData::Type t) { return destination.acceptsData(t); }) ||
+                   std::any_of(source.acceptedPluginTypes.begin(),
+                               source.acceptedPluginTypes.end(),
+                               [&](const KTypeId& id) { return destination.acceptsPluginType(id); });
         case Kind::Numeric:
         case Kind::Unit:
             return destination.acceptsData(KFnData::kNumeric);
