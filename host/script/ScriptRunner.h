@@ -27,8 +27,10 @@ namespace KovaHost {
 //   expect PLUG TEXT                 fail unless the plug's printed value is TEXT
 //   echo TEXT...                     print the words
 // Any other line is a host command (createNode, setAttr, connectAttr, getAttr, sets, ls,
-// rename, delete, ...); its results are printed one per line. Further verbs (import,
-// export, ...) are added by the program through addVerb.
+// rename, delete, ...); its results are printed one per line. Further verbs are added by the
+// program through addVerb; `kova run` adds
+//   import FILE                      import a file's meshes and curves
+//   export FILE [NODE ...]           export the named nodes, or every mesh and curve
 class ScriptRunner {
 public:
     using Words = std::vector<std::string>;

@@ -100,3 +100,42 @@ TEST_F(RunCli, ReadsStandardInputAndRefusesMissingFiles) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(RunCli, ImportsSendsAMeshThroughAGraphAndExportsWhatComesBack) {
+    const std::string out = (folder_ / "back.obj").string();
+    const CliRun run = kova("run '" +
+                            script("load-plugin\n"
+                                   "import \"" +
+                                   std::string(DATA_DIR) +
+                                   "/sample_mesh.obj\"\n"
+                                   "board b\n"
+                                   "port b in in object\n"
+                                   "port b out out object noShape=1\n"
+                                   "operator b pass passThrough\n"
+                                   "wire b in pass.in\n"
+                                   "wire b pass.out out\n"
+                                   "connectAttr cubeShape.worldMesh b.in\n"
+                                   "createNode zelvaneGeoToKova -name back\n"
+                                   "setAttr -type string back.properties colorSet1\n"
+                                   "connectAttr b.out back.zelvaneGeo\n"
+                                   "createNode transform -name copied\n"
+                                   "createNode mesh -name copiedShape -parent copied\n"
+                                   "connectAttr back.kovaMesh[0] copiedShape.inMesh\n"
+                                   "print copiedShape.outMesh\n"
+                                   "export \"" +
+                                   out + "\" copied\n") +
+                            "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("mesh: 8 points, 6 faces, 24 face-vertices, uv sets [map1]"),
+              std::string::npos)
+        << run.output;
+    std::ifstream copied(out);
+    std::string first;
+    while (std::getline(copied, first) && first.rfind("v ", 0) != 0) {
+    }
+    EXPECT_EQ(first, "v 0 0 0 1 0 0"); // the first point keeps its place and colour
+}
+
+} // namespace

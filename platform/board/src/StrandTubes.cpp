@@ -81,7 +81,8 @@ void appendRings(const float3* points, std::size_t count, const TubeShape& shape
     }
 }
 
-// One tube mesh around every strand of `strands`; null when its layout is inconsistent.
+// One tube mesh around every strand of `strands`; null when its layout is inconsistent or no
+// strand has two points.
 ObjectPtr tubesOf(const Zelvane::Object& strands, const TubeShape& shape) {
     const ArrayPtr<float3> points = strands.getArray<float3>(Zelvane::Geometry::sPointPosition);
     const ArrayPtr<std::uint32_t> offsets =
@@ -98,6 +99,9 @@ ObjectPtr tubesOf(const Zelvane::Object& strands, const TubeShape& shape) {
             ringCount += n;
             faceCount += (n - 1) * sides;
         }
+    }
+    if (faceCount == 0) {
+        return {}; // no strand long enough for a tube
     }
     auto positions = Orsel::make<Orsel::Array<float3>>();
     positions->reserve(ringCount * sides);

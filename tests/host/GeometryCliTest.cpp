@@ -1,0 +1,176 @@
+// `kova demo`, `kova convert` and `kova inspect` as a user runs them, on the bundled samples.
+
+#include "CliRun.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using nlohmann::json;
+
+const std::string kMesh = std::string(DATA_DIR) + "/sample_mesh.obj";
+const std::string kUVSets = std::string(DATA_DIR) + "/sample_mesh_uvsets.gltf";
+const std::string kCurves = std::string(DATA_DIR) + "/sample_curves.obj";
+
+class GeometryCli : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder_ = std::filesystem::temp_directory_path() /
+                  ("kova-geometry-" + std::to_string(::getpid()) + "-" +
+                   ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::create_directories(folder_);
+    }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+
+    std::string path(const char* name) const { return (folder_ / name).string(); }
+
+    static json inspect(const std::string& file, const std::string& options = "") {
+        const CliRun run = kova("inspect --json '" + file + "' " + options);
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        return run.exitCode == 0 ? json::parse(run.output) : json();
+    }
+    static json readJson(const std::string& file) { return json::parse(std::ifstream(file)); }
+
+    std::filesystem::path folder_;
+};
+
+// A property of an inspected object by name (null when absent).
+json property(const json& object, const std::string& name) {
+    for (const json& entry : object["properties"]) {
+        if (entry["name"] == name) {
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
+// The values of an indexed face-vertex property resolved per face-vertex.
+json perFaceVertex(const json& object, const std::string& name) {
+    const json data = property(object, name)["values"];
+    const std::string indexName = property(data, "target")["values"];
+    const json indices = property(property(object, indexName)["values"], "indices")["values"];
+    json values = json::array();
+    for (const json& index : indices) {
+        values.push_back(property(data, "data")["values"][index.get<std::size_t>()]);
+    }
+    return values;
+}
+
+TEST_F(GeometryCli, InspectShowsTheMeshObjectTheTranslationMakes) {
+    const json report = inspect(kMesh);
+    ASSERT_EQ(report["meshes"].size(), 1u);
+    EXPECT_EQ(report["meshes"][0]["name"], "cube");
+    const json cube = report["meshes"][0]["object"];
+    EXPECT_EQ(property(cube, "P")["type"], "array<float3>");
+    EXPECT_EQ(property(cube, "P")["size"], 8);
+    EXPECT_EQ(property(cube, "faceOffset")["values"], json({0, 4, 8, 12, 16, 20, 24}));
+    EXPECT_EQ(property(cube, "uv")["target"], "uv_index");
+    EXPECT_EQ(property(property(cube, "uv")["values"], "dccName")["values"], "map1");
+    EXPECT_EQ(property(cube, "colorSet1")["target"], "point");
+    EXPECT_EQ(property(property(cube, "top")["values"], "data")["values"],
+              json({false, true, false, false, false, false}));
+    EXPECT_EQ(report["curves"]["count"], 0);
+}
+
+TEST_F(GeometryCli, InspectOutlineIsReadableAndOptionsReachThePlugin) {
+    const CliRun outline = kova("inspect '" + kMesh + "'");
+    ASSERT_EQ(outline.exitCode, 0) << outline.output;
+    EXPECT_NE(outline.output.find("mesh cube\n"), std::string::npos) << outline.output;
+    EXPECT_NE(outline.output.find("over point"), std::string::npos) << outline.output;
+    EXPECT_TRUE(property(inspect(kMesh)["meshes"][0]["object"], "N").is_null());
+    const json cube = inspect(kMesh, "--point-normals --channels '^*'")["meshes"][0]["object"];
+    EXPECT_EQ(property(cube, "N")["size"], 1); // a geometry property over the points
+    EXPECT_TRUE(property(cube, "uv").is_null());
+    EXPECT_TRUE(property(cube, "top").is_null());
+}
+
+TEST_F(GeometryCli, CurvesBecomeOneStrandObjectSampledAsAsked) {
+    const json cvs = inspect(kCurves)["curves"];
+    ASSERT_EQ(cvs["count"], 4);
+    const json byLength = inspect(kCurves, "--sampling bySegmentLength --segment-length 0.5 "
+                                           "--lengths")["curves"]["object"];
+    const json offsets = property(byLength, "strandOffset")["values"];
+    ASSERT_EQ(offsets.size(), 5u);
+    EXPECT_GT(offsets[4].get<int>(),
+              property(cvs["object"], "strandOffset")["values"][4].get<int>());
+    EXPECT_FALSE(property(byLength, "strandLength").is_null());
+}
+
+TEST_F(GeometryCli, ConvertRoundTripKeepsTopologyPositionsUVsColoursAndNormals) {
+    const CliRun run = kova("convert '" + kMesh + "' '" + path("cube.obj") + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(run.output, kMesh +
+                              ": 1 mesh(es) and 0 curve(s) in, 1 mesh(es) and 0 tube "
+                              "mesh(es) out to " +
+                              path("cube.obj") + "\n");
+    const json before = inspect(kMesh)["meshes"][0]["object"];
+    const json after = inspect(path("cube.obj"))["meshes"][0]["object"];
+    for (const char* name : {"P", "faceOffset", "faceVertexPoint"}) {
+        EXPECT_EQ(property(after, name)["values"], property(before, name)["values"]) << name;
+    }
+    EXPECT_EQ(property(after, "colorSet1")["values"], property(before, "colorSet1")["values"]);
+    EXPECT_EQ(perFaceVertex(after, "uv"), perFaceVertex(before, "uv"));
+    EXPECT_EQ(perFaceVertex(after, "faceVertexN"), perFaceVertex(before, "faceVertexN"));
+}
+
+TEST_F(GeometryCli, ConvertReportsWhatWasCarriedDroppedAndTimed) {
+    const CliRun run =
+        kova("convert '" + kUVSets + "' '" + path("out.ply") + "' --channels 'map1 colorSet1' " +
+             "--report '" + path("report.json") + "' --profile '" + path("trace.json") + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const json report = readJson(path("report.json"));
+    const json uvSets = report["meshes"][0]["uvSets"];
+    EXPECT_EQ(uvSets["host"], json({"map1", "map2"}));
+    EXPECT_EQ(uvSets["carried"], json({"map1"}));
+    EXPECT_EQ(uvSets["droppedByFilter"], json({"map2"}));
+    EXPECT_EQ(uvSets["written"], json({"map1"}));
+    EXPECT_TRUE(report["stageMillis"].contains("translate"));
+    const json trace = readJson(path("trace.json"));
+    bool meshScope = false;
+    for (const json& event : trace["traceEvents"]) {
+        meshScope |= event["name"] == "Kova to Zelvane Mesh translation" &&
+                     event["cat"] == "Zelvane/MeshConverter";
+    }
+    EXPECT_TRUE(meshScope);
+}
+
+TEST_F(GeometryCli, BadFilesAndOptionsFailInOneLine) {
+    std::ofstream(path("bad.obj")) << "v 0 0 0\nf 1 2 3\n";
+    CliRun run = kova("convert '" + path("bad.obj") + "' '" + path("x.obj") + "'");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output, "kova: error: cannot read '" + path("bad.obj") +
+                              "': line 2: vertex index 2 is out of range (1 defined so far)\n");
+    run = kova("convert '" + kMesh + "' '" + path("x.unknownext") + "'");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
+    run = kova("inspect '" + kCurves + "' --sampling sideways");
+    EXPECT_NE(run.exitCode, 0);
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
+}
+
+TEST_F(GeometryCli, DemoWritesMeshesTubesReportAndTrace) {
+    const CliRun run = kova("demo --out '" + path("demo") + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("strand object: 4 strands"), std::string::npos) << run.output;
+    for (const char* file : {"meshes.obj", "tubes.obj", "report.json", "trace.json"}) {
+        EXPECT_TRUE(std::filesystem::exists(folder_ / "demo" / file)) << file;
+    }
+    const json report = readJson(path("demo/report.json"));
+    ASSERT_EQ(report["meshes"].size(), 2u);
+    EXPECT_EQ(report["meshes"][1]["uvSets"]["carried"], json({"map1", "map2"}));
+    EXPECT_EQ(report["curves"]["pointsPerCurve"].size(), 4u);
+    EXPECT_EQ(report["curves"]["tubeMeshes"], 1);
+    EXPECT_FALSE(readJson(path("demo/trace.json"))["traceEvents"].empty());
+    const json tubes = inspect(path("demo/tubes.obj"))["meshes"];
+    ASSERT_EQ(tubes.size(), 1u);
+    // Eight sides around every sampled point of every curve.
+    EXPECT_EQ(property(tubes[0]["object"], "P")["size"].get<unsigned>(),
+              8 * report["curves"]["points"].get<unsigned>());
+}
+
+} // namespace
