@@ -80,6 +80,11 @@ TEST(StrandTubes, RingsStayPerpendicularAroundABend) {
     }
 }
 
+TEST(StrandTubes, StrandsTooShortForATubeGiveNoMesh) {
+    EXPECT_TRUE(tubes(strands({{1, 2, 3}}, {0, 1}), 1.0f, 4).empty());
+    EXPECT_TRUE(tubes(strands({}, {0}), 1.0f, 4).empty());
+}
+
 TEST(StrandTubes, SkipsObjectsWhoseOffsetsDoNotCoverThePoints) {
     auto broken = Zelvane::createObject();
     broken->set(
