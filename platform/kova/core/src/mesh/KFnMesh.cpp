@@ -199,10 +199,10 @@ KStatus KFnMesh::getVertices(KIntArray& vertexCounts, KIntArray& vertexList) con
     KStatus status;
     const MeshData* m = mesh("KFnMesh::getVertices", status);
     if (m != nullptr) {
-        status = vertexCounts.copy(KIntArray(m->counts.data(), m->numPolygons()));
+        status = kova::mesh::copyOut(m->counts.data(), m->numPolygons(), vertexCounts);
     }
     if (m != nullptr && status) {
-        status = vertexList.copy(KIntArray(m->connects.data(), m->numFaceVertices()));
+        status = kova::mesh::copyOut(m->connects.data(), m->numFaceVertices(), vertexList);
     }
     return status;
 }

@@ -1,4 +1,5 @@
 #include "detail/Report.h"
+#include "mesh/MeshAccess.h"
 
 #include <kova/KFnMesh.h>
 #include <kova/detail/MeshData.h>
@@ -39,10 +40,10 @@ KStatus KFnMesh::getNormalIds(KIntArray& normalIdCounts, KIntArray& normalIds) c
     KStatus status;
     const MeshData* m = mesh("KFnMesh::getNormalIds", status);
     if (m != nullptr) {
-        status = normalIdCounts.copy(KIntArray(m->counts.data(), m->numPolygons()));
+        status = kova::mesh::copyOut(m->counts.data(), m->numPolygons(), normalIdCounts);
     }
     if (m != nullptr && status) {
-        status = normalIds.copy(KIntArray(m->normalIds.data(), m->numFaceVertices()));
+        status = kova::mesh::copyOut(m->normalIds.data(), m->numFaceVertices(), normalIds);
     }
     return status;
 }

@@ -1,4 +1,5 @@
 #include "detail/Report.h"
+#include "mesh/MeshAccess.h"
 
 #include <algorithm>
 #include <kova/KFnMesh.h>
@@ -118,9 +119,9 @@ KStatus KFnMesh::getUVs(KFloatArray& uArray, KFloatArray& vArray, const KString*
     const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
     if (set != nullptr) {
         const auto count = static_cast<unsigned int>(set->u.size());
-        status = uArray.copy(KFloatArray(set->u.data(), count));
+        status = kova::mesh::copyOut(set->u.data(), count, uArray);
         if (status) {
-            status = vArray.copy(KFloatArray(set->v.data(), count));
+            status = kova::mesh::copyOut(set->v.data(), count, vArray);
         }
     }
     return status;
@@ -152,11 +153,9 @@ KStatus KFnMesh::getAssignedUVs(KIntArray& uvCounts, KIntArray& uvIds, const KSt
     MeshData* m = mesh("KFnMesh::getAssignedUVs", status);
     const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
     if (set != nullptr) {
-        status = uvCounts.copy(
-            KIntArray(set->faceCounts.data(), static_cast<unsigned int>(set->faceCounts.size())));
+        status = kova::mesh::copyOut(set->faceCounts.data(), set->faceCounts.size(), uvCounts);
         if (status) {
-            status =
-                uvIds.copy(KIntArray(set->ids.data(), static_cast<unsigned int>(set->ids.size())));
+            status = kova::mesh::copyOut(set->ids.data(), set->ids.size(), uvIds);
         }
     }
     return status;

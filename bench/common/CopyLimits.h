@@ -1,0 +1,58 @@
+#pragma once
+
+// The physical limits conversions are measured against, in the same run: copying the same
+// bytes into memory that is already mapped (the steady limit), and into fresh memory whose
+// first touch is part of the copy (the cold limit, best with transparent huge pages).
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdint>
+#include <cstring>
+#include <sys/mman.h>
+#include <vector>
+
+namespace bench {
+
+// One memcpy of `bytes` between buffers that are already mapped.
+inline void memcpyMapped(benchmark::State& state, std::size_t bytes) {
+    std::vector<char> from(bytes, 1);
+    std::vector<char> to(bytes, 0);
+    for (auto _ : state) {
+        std::memcpy(to.data(), from.data(), bytes);
+        benchmark::DoNotOptimize(to.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(state.iterations() * bytes);
+}
+
+// Copying `bytes` into freshly mapped memory (2 MiB aligned), advised for huge pages or not:
+// the first touch of every page is part of the copy; unmapping is not timed. Register with
+// UseManualTime().
+inline void freshCopy(benchmark::State& state, std::size_t bytes, bool hugePages) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::size_t kHuge = std::size_t(2) << 20;
+    std::vector<char> from(bytes, 1);
+    const std::size_t mapped = bytes + kHuge;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        void* block =
+            mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (block == MAP_FAILED) {
+            state.SkipWithError("mmap failed");
+            break;
+        }
+        auto* aligned = reinterpret_cast<char*>(
+            (reinterpret_cast<std::uintptr_t>(block) + kHuge - 1) & ~(kHuge - 1));
+        if (hugePages) {
+            madvise(aligned, bytes & ~(kHuge - 1), MADV_HUGEPAGE);
+        }
+        std::memcpy(aligned, from.data(), bytes);
+        benchmark::DoNotOptimize(aligned);
+        benchmark::ClobberMemory();
+        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+        munmap(block, mapped);
+    }
+    state.SetBytesProcessed(state.iterations() * bytes);
+}
+
+} // namespace bench
