@@ -1,5 +1,8 @@
 #include "plugin/GeometryDispatch.h"
 
+#include "curves_in/KovaCurvesToObject.h"
+#include "mesh_in/KovaMeshToObject.h"
+#include "mesh_in/MeshMaterials.h"
 #include "plugin/ArrayConverters.h"
 
 #include <kova/KArrayDataHandle.h>
@@ -16,20 +19,41 @@ namespace {
 
 using ObjectList = Orsel::Array<Orsel::Ptr<Zelvane::Object>>;
 
-// Kind-specific converters. The mesh and curve converters live in their own subsystems; until
-// they are linked in here, sources of those kinds contribute nothing.
-void appendMeshObject(const KPlug& /*source*/, const KDataHandle& /*handle*/,
-                      const Orsel::MetadataItem& /*options*/, ObjectList& /*results*/) {}
+// Kind-specific converters; the mesh and curve converters live in their own subsystems.
+void appendMeshObject(const KPlug& source, const KDataHandle& handle,
+                      const Orsel::MetadataItem& options, ObjectList& results) {
+    MeshOptions meshOptions;
+    meshOptions.parse(options); // a malformed option keeps its default
+    KDataHandle meshHandle = handle;
+    Orsel::MutablePtr<Zelvane::Object> object = kovaMeshToObject(source, meshHandle, meshOptions);
+    if (object) {
+        ZelvanePlugin::readMaterials(source.node(), object);
+        results.push_back(std::move(object));
+    }
+}
 
-void appendCurveObject(const KPlug& /*source*/, const KDataHandle& /*handle*/,
-                       const Orsel::MetadataItem& /*options*/, const KPlug& /*destination*/,
-                       ObjectList& /*results*/) {}
+// A curve source becomes a strand object of its own, named in messages by its plug and the
+// input it feeds.
+void appendCurveObject(const KPlug& source, const KDataHandle& handle,
+                       const Orsel::MetadataItem& options, const KPlug& destination,
+                       ObjectList& results) {
+    ZelvaneBoardInputByPath::CurveOptions curveOptions;
+    curveOptions.parse(options); // a malformed option keeps its default
+    Orsel::MutablePtr<Zelvane::Object> object =
+        kovaCurvesToObject({source}, {handle}, curveOptions, true, destination);
+    if (object) {
+        ZelvanePlugin::readMaterials(source.node(), object);
+        results.push_back(std::move(object));
+    }
+}
 
-// One strand object of all the curves of an array port (null until curves are converted).
-Orsel::MutablePtr<Zelvane::Object> mergedCurvesObject(const std::vector<KPlug>& /*plugs*/,
-                                                      const std::vector<KDataHandle>& /*handles*/,
-                                                      const Orsel::MetadataItem& /*options*/) {
-    return {};
+// One strand object of all the curves of an array port; `plugs` are the port's elements.
+Orsel::MutablePtr<Zelvane::Object> mergedCurvesObject(const std::vector<KPlug>& plugs,
+                                                      const std::vector<KDataHandle>& handles,
+                                                      const Orsel::MetadataItem& options) {
+    ZelvaneBoardInputByPath::CurveOptions curveOptions;
+    curveOptions.parse(options); // a malformed option keeps its default
+    return kovaCurvesToObject(plugs, handles, curveOptions, false, KPlug());
 }
 
 // An object naming a host node: a material or an operator the graph refers to.

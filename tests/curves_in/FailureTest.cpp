@@ -1,0 +1,187 @@
+// Curves the host can't read and options that can't work: one message naming the curve, no
+// object, nothing left allocated.
+
+#include "CurveFixture.h"
+
+#include <kova/KFnNurbsCurveData.h>
+#include <kova/KMessageCapture.h>
+#include <kova/KProfiler.h>
+#include <kova/KStringResource.h>
+#include <orsel/ArrayMemory.h>
+#include <set>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+constexpr const char* kCurveIsInvalid = "Curve is invalid.";
+
+std::string failureText(const char* curve, const char* input, const char* reason) {
+    return std::string("Failed to translate Kova curve '") + curve +
+           "' to Zelvane strands for input '" + input + "' in 'board1'. " + reason;
+}
+
+std::vector<std::string> errorsOf(const KMessageCapture& capture) {
+    std::vector<std::string> texts;
+    for (const KString& text : capture.errors()) {
+        texts.emplace_back(text.view());
+    }
+    return texts;
+}
+
+CurveOptions sampled() {
+    CurveOptions options;
+    options.sampling = CurveSampling::ByCVCount;
+    options.sampleRate = 2.0f;
+    options.computeTangents = true;
+    options.addLengths = true;
+    return options;
+}
+
+curves::Curve line() {
+    return curves::polyline({{0, 0, 0}, {1, 0, 0}, {3, 0, 0}});
+}
+
+} // namespace
+
+using Failures = CurveConversion;
+
+TEST_F(Failures, SegmentLengthNotAboveZeroFailsBeforeAnyCurveIsRead) {
+    const Sources curves = sources({curveData(line()), curveData(line())});
+    for (const float segmentLength : {0.0f, -2.0f}) {
+        CurveOptions options;
+        options.sampling = CurveSampling::BySegmentLength;
+        options.segmentLength = segmentLength;
+        const KMessageCapture capture;
+        KFailureInjection::setCounting(true);
+        EXPECT_FALSE(convert(curves, options));
+        EXPECT_EQ(KFailureInjection::callCount("KFnNurbsCurve::setObject"), 0);
+        KFailureInjection::reset();
+        EXPECT_THAT(errorsOf(capture), ElementsAre(failureText(
+                                           "crv1", "in", "Target segment length = 0 is invalid.")));
+    }
+}
+
+TEST_F(Failures, TheLowestFailingCurveIsNamed) {
+    std::vector<KObject> data;
+    for (int i = 0; i < 40; ++i) {
+        // Curve data that holds no curve can't be read; curves 3 and 1 are such.
+        data.push_back(i == 1 || i == 3 ? KFnNurbsCurveData().create() : curveData(line()));
+    }
+    const Sources curves = sources(data);
+    for (const CurveOptions& options : {CurveOptions(), sampled()}) {
+        const KMessageCapture capture;
+        EXPECT_FALSE(convert(curves, options));
+        EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv2", "in", kCurveIsInvalid)));
+    }
+}
+
+TEST_F(Failures, ACurveWithoutHandleCannotBeRead) {
+    const KPlug first = curveSource("crv1", curveData(line()));
+    const KPlug second = curveSource("crv2", curveData(line()));
+    const KMessageCapture capture;
+    EXPECT_FALSE(converter_({first, second}, {valueOf(first)}, {}, true, plug("board1.in")));
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv2", "in", kCurveIsInvalid)));
+}
+
+TEST_F(Failures, InputPlugsNameTheCurveThatFeedsThem) {
+    const KPlug source = curveSource("feeder", KFnNurbsCurveData().create());
+    connect(source, plug("board1.in"));
+    const KMessageCapture capture;
+    EXPECT_FALSE(converter_({plug("board1.in")}, {valueOf(source)}, {}, false, KPlug()));
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("feeder", "in", kCurveIsInvalid)));
+}
+
+TEST_F(Failures, AnUnconnectedInputPlugLeavesTheCurveNameEmpty) {
+    const KPlug source = curveSource("crv1", KFnNurbsCurveData().create());
+    const KMessageCapture capture;
+    EXPECT_FALSE(converter_({plug("board1.in")}, {valueOf(source)}, {}, false, KPlug()));
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("", "in", kCurveIsInvalid)));
+}
+
+// A host call failing for every curve, in a mode that makes it.
+struct InjectedFailure {
+    const char* operation;
+    bool cvStrands;
+};
+
+class InjectedFailures : public CurveConversion,
+                         public ::testing::WithParamInterface<InjectedFailure> {};
+
+TEST_P(InjectedFailures, GiveNoObjectAndReleaseEveryArray) {
+    const KObject circle = curveData(curves::circle(1.0));
+    tagCVs(circle, "tag", {1});
+    const Sources curves = sources({curveData(line()), circle});
+    CurveOptions options = sampled();
+    if (GetParam().cvStrands) {
+        options.sampling = CurveSampling::CVs;
+    }
+    const std::size_t buffersBefore = Orsel::ArrayStats::liveBuffers();
+    const KMessageCapture capture;
+    KFailureInjection::failAlways(GetParam().operation);
+    EXPECT_FALSE(convert(curves, options));
+    KFailureInjection::reset();
+    EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffersBefore);
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv1", "in", kCurveIsInvalid)));
+    // Without the failure the same curves convert.
+    EXPECT_TRUE(convert(curves, options));
+}
+
+INSTANTIATE_TEST_SUITE_P(HostCalls, InjectedFailures,
+                         ::testing::Values(InjectedFailure{"KFnNurbsCurve::setObject", false},
+                                           InjectedFailure{"KFnNurbsCurve::numCVs", false},
+                                           InjectedFailure{"KFnNurbsCurve::length", false},
+                                           InjectedFailure{"KFnNurbsCurve::getKnotDomain", false},
+                                           InjectedFailure{"KFnNurbsCurve::getPointAtParam", false},
+                                           InjectedFailure{"KFnNurbsCurve::getCVs", true}),
+                         [](const auto& info) {
+                             const std::string name(info.param.operation);
+                             return name.substr(name.find("::") + 2);
+                         });
+
+TEST_F(Failures, OneFailingSampleFailsTheCurveAfterTheOthersAreTaken) {
+    const KMessageCapture capture;
+    KFailureInjection::failNext("KFnNurbsCurve::getPointAtParam");
+    EXPECT_FALSE(convert({curveData(line())}, sampled()));
+    EXPECT_EQ(KFailureInjection::callCount("KFnNurbsCurve::getPointAtParam"), 5);
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv1", "in", kCurveIsInvalid)));
+}
+
+TEST_F(Failures, UnreadableTagsLeaveTheCurveConverted) {
+    const KObject data = curveData(line());
+    tagCVs(data, "tag", {1});
+    KFailureInjection::failAlways("KFnGeometryData::componentTagContents");
+    const auto strands = convert({data}, sampled());
+    ASSERT_TRUE(strands);
+    EXPECT_EQ(positionsOf(*strands).size(), 5u);
+    EXPECT_TRUE(tagPoints(*strands, "tag").empty());
+}
+
+TEST_F(Failures, ATranslatedMessageReplacesTheDefaultText) {
+    const KStringResourceId reason("zelvane_object_translator", "kCurveIsInvalid", "");
+    ASSERT_TRUE(KStringResource::setString(reason, "Kurve ist ungültig."));
+    const KMessageCapture capture;
+    EXPECT_FALSE(convert({KFnNurbsCurveData().create()}));
+    KStringResource::registerString(
+        KStringResourceId("zelvane_object_translator", "kCurveIsInvalid", kCurveIsInvalid));
+    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv1", "in", "Kurve ist ungültig.")));
+}
+
+TEST_F(Failures, EveryStepIsTimedInTheCurveCategory) {
+    const KObject data = curveData(line());
+    tagCVs(data, "tag", {1});
+    KProfiler::clear();
+    KProfiler::setRecording(true);
+    ASSERT_TRUE(convert({data}, sampled()));
+    KProfiler::setRecording(false);
+    std::set<std::string> labels;
+    for (const KProfiler::Event& event : KProfiler::events()) {
+        if (KProfiler::categoryName(event.category).view() == "Zelvane/CurveConverter") {
+            EXPECT_EQ(event.colorIndex, 9) << event.label;
+            labels.insert(event.label);
+        }
+    }
+    KProfiler::clear();
+    EXPECT_EQ(labels, (std::set<std::string>{"kovaCurvesToObject", "gatherTags", "convertTagData",
+                                             "computeLengths", "computePointRatios"}));
+}
