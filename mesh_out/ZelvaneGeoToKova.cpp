@@ -1,5 +1,10 @@
 #include "mesh_out/ZelvaneGeoToKova.h"
 
+#include "mesh_out/ZelvaneMeshToKova.h"
+
+#include <kova/KArrayDataBuilder.h>
+#include <kova/KArrayDataHandle.h>
+#include <kova/KDataHandle.h>
 #include <kova/KFnNumericAttribute.h>
 #include <kova/KFnPlugin.h>
 #include <kova/KFnStringData.h>
@@ -73,6 +78,60 @@ KStatus ZelvaneGeoToKova::initialize() {
         }
     }
     return KStatus::kSuccess;
+}
+
+KStatus ZelvaneGeoToKova::compute(const KPlug& plug, KDataBlock& block) {
+    if (plug != aKovaMesh) {
+        return KStatus::kUnknownParameter;
+    }
+    KStatus status;
+    const KDataHandle input = block.inputValue(aZelvaneGeo, &status);
+    const auto* zelData = status ? dynamic_cast<const ZelData*>(input.asPluginData()) : nullptr;
+    if (zelData == nullptr) {
+        return KStatus::kFailure;
+    }
+    // Own references, so that the objects live through the conversions whatever happens to
+    // the input data meanwhile; released on every way out.
+    const Orsel::Array<Orsel::Ptr<Zelvane::Object>> objects = zelData->objects();
+
+    KDataHandle output = block.outputValue(aKovaMesh, &status);
+    if (!status) {
+        return KStatus::kFailure;
+    }
+    KArrayDataHandle meshes(output, &status);
+    if (!status) {
+        return KStatus::kFailure;
+    }
+
+    ZelvaneMeshToKovaOpts options;
+    options.transferNormals = block.inputValue(aTransferNormals).asBool();
+    options.properties = Orsel::String(block.inputValue(aProperties).asString().view());
+    options.componentTags = Orsel::String(block.inputValue(aComponentTags).asString().view());
+
+    // A null entry converts like any object that is not a mesh.
+    static const Zelvane::Object noObject;
+    KArrayDataBuilder builder = meshes.builder(&status);
+    const auto count = static_cast<unsigned int>(objects.size());
+    for (unsigned int i = 0; i < count; ++i) {
+        if (!status) {
+            return KStatus::kFailure;
+        }
+        KDataHandle element = builder.addElement(i, &status);
+        if (status) {
+            const Zelvane::Object& object = objects[i] ? *objects[i] : noObject;
+            status = element.set(zelvaneMeshToKova(object, options));
+        }
+    }
+    if (!status) {
+        return KStatus::kFailure;
+    }
+    const unsigned int previous = builder.elementCount();
+    for (unsigned int i = count; i < previous; ++i) {
+        if (!builder.removeElement(i)) {
+            return KStatus::kFailure;
+        }
+    }
+    return meshes.set(builder);
 }
 
 KStatus ZelvaneGeoToKova::registerWith(const KObject& plugin) {

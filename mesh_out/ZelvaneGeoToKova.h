@@ -1,6 +1,8 @@
 #pragma once
 
+#include <kova/KDataBlock.h>
 #include <kova/KObject.h>
+#include <kova/KPlug.h>
 #include <kova/KPxNode.h>
 #include <kova/KStatus.h>
 #include <kova/KTypeId.h>
@@ -20,6 +22,11 @@ public:
 
     static void* creator();
     static KStatus initialize();
+
+    // Computes "kovaMesh": one mesh per object of the ZelData on "zelvaneGeo" (converted by
+    // zelvaneMeshToKova with the node's options), surplus elements of the previous evaluation
+    // removed. Any other plug gives kUnknownParameter (5); a failed host call gives kFailure (1).
+    KStatus compute(const KPlug& plug, KDataBlock& block) override;
 
     // Registers the node type with the host plug-in object; failures are printed with
     // "registerNode::zelvaneGeoToKova" and returned.

@@ -38,6 +38,9 @@ KObject KFnSingleIndexedComponent::create(KFn::Type type, KStatus* status) {
 }
 
 KStatus KFnSingleIndexedComponent::addElement(int element) {
+    if (KFailureInjection::shouldFail("KFnSingleIndexedComponent::addElement")) {
+        return KFailureInjection::failure("KFnSingleIndexedComponent::addElement");
+    }
     auto* c = componentOf(object_);
     if (c == nullptr || element < 0) {
         return c == nullptr ? noComponent() : KStatus(KStatus::kInvalidParameter, "negative index");

@@ -1,0 +1,206 @@
+#pragma once
+
+#include "../plugin/BoardScene.h"
+
+#include <cstdint>
+#include <dlfcn.h>
+#include <kova/KColorArray.h>
+#include <kova/KFloatArray.h>
+#include <kova/KFnGeometryData.h>
+#include <kova/KFnMesh.h>
+#include <kova/KFnSingleIndexedComponent.h>
+#include <kova/KIntArray.h>
+#include <kova/KMessageCapture.h>
+#include <kova/KStringArray.h>
+#include <mesh_out/ZelvaneMeshToKova.h>
+#include <orsel/Array.h>
+#include <orsel/Ptr.h>
+#include <string>
+#include <vector>
+#include <zelvane/Geometry.h>
+#include <zelvane/Object.h>
+#include <zelvane/math/Vector.h>
+
+// Graph mesh objects built property by property (so that tests can also build inconsistent
+// ones), and readers of the host mesh data that comes back.
+namespace MeshOutputTest {
+
+using Zelvane::Math::float2;
+using Zelvane::Math::float3;
+using Zelvane::Math::float4;
+namespace Geo = Zelvane::Geometry;
+using ObjectPtr = Orsel::MutablePtr<Zelvane::Object>;
+
+template <class T>
+Orsel::Ptr<Orsel::Array<T>> graphArray(const std::vector<T>& values) {
+    auto array = Orsel::make<Orsel::Array<T>>();
+    for (const T& value : values) {
+        array->push_back(value);
+    }
+    return Orsel::Ptr<Orsel::Array<T>>(std::move(array));
+}
+
+// A mesh object holding exactly the given arrays and counts (counts from the arrays: points,
+// offsets - 1, face-vertices), without any check.
+inline ObjectPtr meshObject(const std::vector<float3>& points,
+                            const std::vector<std::uint32_t>& offsets,
+                            const std::vector<std::uint32_t>& faceVertices) {
+    ObjectPtr mesh = Zelvane::createObject();
+    Geo::populateMesh(*mesh);
+    Geo::setElementCount(Geo::sPointComp, points.size(), *mesh);
+    Geo::setElementCount(Geo::sFaceComp, offsets.empty() ? 0 : offsets.size() - 1, *mesh);
+    Geo::setElementCount(Geo::sFaceVertexComp, faceVertices.size(), *mesh);
+    mesh->set(Geo::sPointPosition, graphArray(points));
+    mesh->set(Geo::sFaceOffset, graphArray(offsets));
+    mesh->set(Geo::sFaceVertex, graphArray(faceVertices));
+    return mesh;
+}
+
+// A quad (points 0-3), a triangle sharing its right edge (1, 4, 2) and a pentagon (5-9):
+// 10 points, 3 faces, 12 face-vertices.
+inline ObjectPtr ngonObject() {
+    return meshObject({{0, 0, 0},
+                       {1, 0, 0},
+                       {1, 1, 0},
+                       {0, 1, 0},
+                       {2, 0.5f, 0},
+                       {3, 0, 0},
+                       {4, 0, 0},
+                       {4.5f, 1, 0},
+                       {3.5f, 2, 0},
+                       {2.5f, 1, 0}},
+                      {0, 4, 7, 12}, {0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9});
+}
+
+// A geometry property `name` over `target` holding `values`.
+template <class T>
+void addProperty(Zelvane::Object& mesh, const Orsel::String& name, const Orsel::String& target,
+                 const std::vector<T>& values, const char* dccName = nullptr) {
+    ObjectPtr property = Geo::createGeoProperty(target, graphArray(values));
+    if (dccName) {
+        property->set(Geo::sDccName, dccName);
+    }
+    mesh.set(name, std::move(property));
+}
+
+// Face-vertex data `name` indexed by its index property `name` + the index suffix.
+template <class T>
+void addIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
+                        const std::vector<T>& values, const std::vector<std::uint32_t>& indices,
+                        const char* dccName = nullptr) {
+    const Orsel::String rangeName = Geo::getGeoPropRangeName(name);
+    ObjectPtr range = Zelvane::createObject();
+    Geo::populateRangeGeoProperty(*range, graphArray(indices));
+    mesh.set(rangeName, std::move(range));
+    addProperty(mesh, name, rangeName, values, dccName);
+}
+
+// A component tag over `target` ("pointTag(<tag>)" / "faceTag(<tag>)").
+inline void addTag(Zelvane::Object& mesh, const Orsel::String& target, const char* tag,
+                   const std::vector<bool>& members, const char* dccName = nullptr) {
+    auto array = Orsel::make<Orsel::Array<bool>>();
+    for (bool member : members) {
+        array->push_back(member);
+    }
+    ObjectPtr property = Zelvane::createObject();
+    Geo::populateTag(target, Orsel::Ptr<Orsel::Array<bool>>(std::move(array)), *property);
+    if (dccName) {
+        property->set(Geo::sDccName, dccName);
+    }
+    mesh.set(Geo::createTagName(target, tag), std::move(property));
+}
+
+// Readers of host mesh data.
+inline std::vector<float> hostPoints(const KObject& data) {
+    KFnMesh fn(data);
+    const float* raw = fn.getRawPoints();
+    return raw ? std::vector<float>(raw, raw + 3 * fn.numVertices()) : std::vector<float>();
+}
+inline std::pair<KIntArray, KIntArray> hostFaces(const KObject& data) {
+    KIntArray counts, connects;
+    KFnMesh(data).getVertices(counts, connects);
+    return {counts, connects};
+}
+inline KStringArray uvSetNames(const KObject& data) {
+    KStringArray names;
+    KFnMesh(data).getUVSetNames(names);
+    return names;
+}
+// Per face-vertex (u, v) of a UV set.
+inline std::vector<float2> faceVertexUVs(const KObject& data, const char* set) {
+    KFnMesh fn(data);
+    const KString name(set);
+    KFloatArray u, v;
+    KIntArray counts, ids;
+    fn.getUVs(u, v, &name);
+    fn.getAssignedUVs(counts, ids, &name);
+    std::vector<float2> uvs;
+    for (int id : ids) {
+        uvs.push_back({u[id], v[id]});
+    }
+    return uvs;
+}
+// Per face-vertex normal.
+inline std::vector<float3> faceVertexNormals(const KObject& data) {
+    KFnMesh fn(data);
+    KIntArray counts, ids;
+    fn.getNormalIds(counts, ids);
+    const float* raw = fn.getRawNormals();
+    std::vector<float3> normals;
+    for (int id : ids) {
+        normals.push_back({raw[3 * id], raw[3 * id + 1], raw[3 * id + 2]});
+    }
+    return normals;
+}
+inline KIntArray tagElements(const KObject& data, const char* tag) {
+    KIntArray elements;
+    KFnSingleIndexedComponent(KFnGeometryData(data).componentTagContents(tag))
+        .getElements(elements);
+    return elements;
+}
+inline KStringArray tagNames(const KObject& data) {
+    KStringArray names;
+    KFnGeometryData(data).componentTags(names);
+    return names;
+}
+
+// The plug-in bound through the host's and the executor's loaders, with its exported
+// converter looked up by symbol.
+class MeshOutput : public BoardScene {
+protected:
+    using Converter = KObject (*)(const Zelvane::Object&, const ZelvaneMeshToKovaOpts&);
+
+    void SetUp() override {
+        BoardScene::SetUp();
+        library_ = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
+        ASSERT_NE(library_, nullptr);
+        converter_ = reinterpret_cast<Converter>(
+            dlsym(library_, "_Z17zelvaneMeshToKovaRKN7Zelvane6ObjectERK21ZelvaneMeshToKovaOpts"));
+        ASSERT_NE(converter_, nullptr);
+    }
+    void TearDown() override {
+        if (library_) {
+            dlclose(library_);
+        }
+        BoardScene::TearDown();
+    }
+
+    KObject convert(const Zelvane::Object& object,
+                    const ZelvaneMeshToKovaOpts& options = ZelvaneMeshToKovaOpts()) const {
+        return converter_(object, options);
+    }
+
+    void* library_ = nullptr;
+    Converter converter_ = nullptr;
+};
+
+} // namespace MeshOutputTest
+
+namespace Zelvane::Math {
+inline void PrintTo(const float3& v, std::ostream* out) {
+    *out << "(" << v.x << ", " << v.y << ", " << v.z << ")";
+}
+inline void PrintTo(const float2& v, std::ostream* out) {
+    *out << "(" << v.x << ", " << v.y << ")";
+}
+} // namespace Zelvane::Math
