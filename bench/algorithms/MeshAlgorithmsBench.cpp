@@ -3,6 +3,7 @@
 // is already mapped. Items are faces; bytes are the output the algorithm produces.
 
 #include "GridMesh.h"
+#include "bench/common/CopyLimits.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>
@@ -47,26 +48,14 @@ void BM_FaceVertexAdjacency(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * bytes);
 }
 
-// The reference: copying `bytes` between two buffers that are already mapped.
-void memcpyOf(benchmark::State& state, std::size_t bytes) {
-    std::vector<char> from(bytes, 1);
-    std::vector<char> to(bytes, 0);
-    for (auto _ : state) {
-        std::memcpy(to.data(), from.data(), bytes);
-        benchmark::DoNotOptimize(to.data());
-        benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(state.iterations() * bench::gridMesh().faceCount());
-    state.SetBytesProcessed(state.iterations() * bytes);
-}
-
 void BM_MemcpyNormalBytes(benchmark::State& state) {
-    memcpyOf(state, bench::gridMesh().pointCount() * sizeof(Zelvane::Math::float3));
+    bench::memcpyMapped(state, bench::gridMesh().pointCount() * sizeof(Zelvane::Math::float3));
 }
 
 void BM_MemcpyAdjacencyBytes(benchmark::State& state) {
     const bench::GridMesh& grid = bench::gridMesh();
-    memcpyOf(state, (grid.pointCount() + 1 + 2 * grid.faceVertexCount()) * sizeof(std::uint32_t));
+    bench::memcpyMapped(state, (grid.pointCount() + 1 + 2 * grid.faceVertexCount()) *
+                                   sizeof(std::uint32_t));
 }
 
 BENCHMARK(BM_VertexNormals)

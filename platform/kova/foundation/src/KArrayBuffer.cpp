@@ -1,9 +1,11 @@
 #include <atomic>
+#include <cstdint>
 #include <kova/KArrayStats.h>
 #include <kova/KFailureInjection.h>
 #include <kova/detail/KArrayBuffer.h>
 #include <new>
 #include <oneapi/tbb/scalable_allocator.h>
+#include <sys/mman.h>
 
 namespace {
 
@@ -17,6 +19,9 @@ constexpr bool kUseScalableAllocator = false;
 constexpr bool kUseScalableAllocator = true;
 #endif
 constexpr std::size_t kAlignment = 64;
+// Buffers of a huge page or more start on a huge-page boundary and ask for transparent huge
+// pages: first touches of big arrays then cost one fault per 2 MiB instead of per 4 KiB.
+constexpr std::size_t kHugePage = std::size_t(2) << 20;
 
 std::atomic<std::size_t> liveBufferCount{0};
 std::atomic<std::size_t> liveByteCount{0};
@@ -24,9 +29,20 @@ std::atomic<std::size_t> liveByteCount{0};
 void requestHugePages() {
     static const bool requested = [] {
         scalable_allocation_mode(TBBMALLOC_USE_HUGE_PAGES, 1);
+        scalable_allocation_mode(TBBMALLOC_SET_HUGE_SIZE_THRESHOLD, kBigBuffer);
         return true;
     }();
     (void)requested;
+}
+
+void adviseHugePages(void* buffer, std::size_t bytes) {
+    const auto begin = reinterpret_cast<std::uintptr_t>(buffer);
+    const std::uintptr_t first = (begin + kHugePage - 1) & ~(kHugePage - 1);
+    const std::uintptr_t last = (begin + bytes) & ~(kHugePage - 1);
+    if (last > first) {
+        // Advice only: without transparent huge pages the ordinary pages still work.
+        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
 }
 
 } // namespace
@@ -40,7 +56,11 @@ void* allocateArrayBuffer(std::size_t bytes) {
     void* buffer = nullptr;
     if (kUseScalableAllocator && bytes >= kBigBuffer) {
         requestHugePages();
-        buffer = scalable_aligned_malloc(bytes, kAlignment);
+        const bool huge = bytes >= kHugePage;
+        buffer = scalable_aligned_malloc(bytes, huge ? kHugePage : kAlignment);
+        if (buffer != nullptr && huge) {
+            adviseHugePages(buffer, bytes);
+        }
     } else {
         buffer = ::operator new(bytes, std::align_val_t(kAlignment), std::nothrow);
     }
