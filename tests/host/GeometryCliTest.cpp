@@ -2,12 +2,14 @@
 
 #include "CliRun.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -171,6 +173,70 @@ TEST_F(GeometryCli, DemoWritesMeshesTubesReportAndTrace) {
     // Eight sides around every sampled point of every curve.
     EXPECT_EQ(property(tubes[0]["object"], "P")["size"].get<unsigned>(),
               8 * report["curves"]["points"].get<unsigned>());
+}
+
+} // namespace
+
+namespace {
+
+// A sample of the third-party models of a few formats (Debian's assimp-testmodels), small
+// enough for a test run; none when the package is absent.
+std::vector<std::filesystem::path> thirdPartyModels() {
+    const std::filesystem::path root = "/usr/share/assimp/models";
+    std::vector<std::filesystem::path> models;
+    std::error_code error;
+    for (const char* folder : {"PLY", "OBJ", "glTF2", "STL"}) {
+        for (auto it = std::filesystem::recursive_directory_iterator(root / folder, error);
+             !error && it != std::filesystem::recursive_directory_iterator(); it.increment(error)) {
+            const std::string extension = it->path().extension().string();
+            if (it->is_regular_file() && it->file_size() < 64 * 1024 &&
+                (extension == ".ply" || extension == ".obj" || extension == ".gltf" ||
+                 extension == ".glb" || extension == ".stl")) {
+                models.push_back(it->path());
+            }
+        }
+    }
+    std::sort(models.begin(), models.end());
+    // Every third one keeps the run short while still spanning the formats.
+    std::vector<std::filesystem::path> sample;
+    for (std::size_t i = 0; i < models.size(); i += 3) {
+        sample.push_back(models[i]);
+    }
+    return sample;
+}
+
+TEST_F(GeometryCli, ThirdPartyModelsConvertWithTheirMeshesIntactOrFailInOneLine) {
+    const std::vector<std::filesystem::path> models = thirdPartyModels();
+    if (models.empty()) {
+        GTEST_SKIP() << "assimp-testmodels is not installed";
+    }
+    int converted = 0;
+    for (const std::filesystem::path& model : models) {
+        const std::string out = path("model.obj");
+        const CliRun run = kova("convert '" + model.string() + "' '" + out + "'");
+        if (run.exitCode != 0) {
+            EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << model << "\n"
+                                                                                 << run.output;
+            EXPECT_EQ(run.output.rfind("kova: ", 0), 0u) << model << "\n" << run.output;
+            continue;
+        }
+        ++converted;
+        const json before = inspect(model.string())["meshes"];
+        const json after = inspect(out)["meshes"];
+        ASSERT_EQ(after.size(), before.size()) << model;
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            const json& was = before[i]["object"];
+            const json& is = after[i]["object"];
+            for (const char* name : {"P", "faceOffset", "faceVertexPoint"}) {
+                EXPECT_EQ(property(is, name)["values"], property(was, name)["values"])
+                    << model << " mesh " << i << " " << name;
+            }
+            if (!property(was, "uv").is_null()) {
+                EXPECT_EQ(perFaceVertex(is, "uv"), perFaceVertex(was, "uv")) << model;
+            }
+        }
+    }
+    EXPECT_GE(converted, 5) << "of " << models.size();
 }
 
 } // namespace

@@ -51,6 +51,20 @@ TEST_F(MalformedFiles, TruncatedObjFailsWithoutTouchingTheScene) {
     EXPECT_EQ(KScene::current().nodeCount(), before);
 }
 
+TEST_F(MalformedFiles, NonFiniteNumbersAreRefusedBeforeTheSceneChanges) {
+    const std::string ply = "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
+                            "property float y\nproperty float z\nelement face 1\n"
+                            "property list uchar int vertex_indices\nend_header\n"
+                            "0 0 0\n1 0 0\ninf 1 0\n3 0 1 2\n";
+    const unsigned int before = KScene::current().nodeCount();
+    const ImportResult result = importScene(file("infinite.ply", ply));
+    EXPECT_FALSE(result.status);
+    EXPECT_NE(failureText(result.status).find("a point coordinate is not a finite number"),
+              std::string::npos)
+        << failureText(result.status);
+    EXPECT_EQ(KScene::current().nodeCount(), before);
+}
+
 TEST_F(MalformedFiles, DeclaredCountsBeyondTheFileSizeFailBeforeReading) {
     const std::string ply = "ply\nformat binary_little_endian 1.0\nelement vertex 1000000000000\n"
                             "property float x\nproperty float y\nproperty float z\nend_header\n" +

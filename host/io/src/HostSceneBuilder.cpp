@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <kova/KColorArray.h>
 #include <kova/KDGModifier.h>
 #include <kova/KDagModifier.h>
@@ -325,6 +326,41 @@ KStatus NodeBuilder::meshSets(const MeshRecord& m, const KObject& shape) {
     return rest.empty() || initial.isNull() ? status : addFaces(initial, path, rest, m.faceCount());
 }
 
+// A file's numbers must be finite: the formats allow writing infinities and NaNs, but no
+// geometry is made of them and they would not survive a round trip.
+KStatus checkFinite(const MeshRecord& m) {
+    const auto finite = [](float value) { return std::isfinite(value); };
+    if (!std::all_of(m.points.begin(), m.points.end(), finite)) {
+        return ioFailure("a point coordinate is not a finite number");
+    }
+    if (!std::all_of(m.normals.xyz.begin(), m.normals.xyz.end(), finite)) {
+        return ioFailure("a normal is not finite");
+    }
+    for (const UVSetRecord& set : m.uvSets) {
+        if (!std::all_of(set.u.begin(), set.u.end(), finite) ||
+            !std::all_of(set.v.begin(), set.v.end(), finite)) {
+            return ioFailure("UV set '" + set.name + "' holds a value that is not finite");
+        }
+    }
+    for (const ColorSetRecord& set : m.colorSets) {
+        for (const auto& color : set.colors) {
+            if (!std::all_of(color.begin(), color.end(), finite)) {
+                return ioFailure("colour set '" + set.name + "' holds a value that is not finite");
+            }
+        }
+    }
+    return KStatus();
+}
+
+KStatus checkFinite(const CurveRecord& c) {
+    for (const auto& cv : c.cvs) {
+        if (!std::all_of(cv.begin(), cv.end(), [](double value) { return std::isfinite(value); })) {
+            return ioFailure("a CV is not finite");
+        }
+    }
+    return KStatus();
+}
+
 } // namespace
 
 KStatus buildHostScene(const SceneData& scene, const HostBuildOptions& options, HostNodes& nodes,
@@ -333,12 +369,14 @@ KStatus buildHostScene(const SceneData& scene, const HostBuildOptions& options, 
     std::vector<KObject> meshData(scene.meshes.size());
     std::vector<KObject> curveData(scene.curves.size());
     for (std::size_t i = 0; i < scene.meshes.size(); ++i) {
-        if (KStatus s = makeMeshData(scene.meshes[i], meshData[i]); !s) {
+        KStatus s = checkFinite(scene.meshes[i]);
+        if (s = s ? makeMeshData(scene.meshes[i], meshData[i]) : s; !s) {
             return failure("mesh", scene.meshes[i].name, s);
         }
     }
     for (std::size_t i = 0; i < scene.curves.size(); ++i) {
-        if (KStatus s = makeCurveData(scene.curves[i], curveData[i]); !s) {
+        KStatus s = checkFinite(scene.curves[i]);
+        if (s = s ? makeCurveData(scene.curves[i], curveData[i]) : s; !s) {
             return failure("curve", scene.curves[i].name, s);
         }
     }
