@@ -6,7 +6,7 @@
 #include "commands/ConvertCommand.h"
 #include "commands/DemoCommand.h"
 #include "commands/GeometryOptions.h"
-#include "commands/InspectCommand.h"
+#include "commands/GraphObjectsCommand.h"
 #include "commands/PluginInfoCommand.h"
 #include "commands/RunCommand.h"
 

@@ -15,7 +15,7 @@
 namespace MeshOutputTest {
 namespace {
 
-struct ColorSetSpec {
+struct ColorSetShape {
     std::string name;
     int representation;
 };
@@ -55,7 +55,7 @@ public:
     KIntArray counts;
     KIntArray connects;
     std::vector<std::string> fullUVSets;
-    std::vector<ColorSetSpec> colorSets;
+    std::vector<ColorSetShape> colorSets;
 
 private:
     int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
@@ -104,19 +104,20 @@ private:
     void addColorSets(KFnMesh& fn) {
         const int sets = pick(0, 3);
         for (int s = 0; s < sets; ++s) {
-            const ColorSetSpec spec{"paint" + std::to_string(s), std::array{1, 3, 4}[pick(0, 2)]};
-            const KString name(spec.name);
-            ASSERT_TRUE(fn.createColorSetDataMesh(name, false, spec.representation));
+            const ColorSetShape colorSet{"paint" + std::to_string(s),
+                                         std::array{1, 3, 4}[pick(0, 2)]};
+            const KString name(colorSet.name);
+            ASSERT_TRUE(fn.createColorSetDataMesh(name, false, colorSet.representation));
             KColorArray colors;
             for (unsigned int i = 0; i < points.length(); ++i) {
-                colors.append(spec.representation == 1
+                colors.append(colorSet.representation == 1
                                   ? KColor(1, 1, 1, real(0, 1))
                                   : KColor(real(0, 1), real(0, 1), real(0, 1),
-                                           spec.representation == 4 ? real(0, 1) : 1.0f));
+                                           colorSet.representation == 4 ? real(0, 1) : 1.0f));
             }
             ASSERT_TRUE(fn.setColors(colors, &name));
             ASSERT_TRUE(fn.assignColors(connects, &name));
-            colorSets.push_back(spec);
+            colorSets.push_back(colorSet);
         }
     }
     void addNormals(KFnMesh& fn) {
@@ -203,7 +204,7 @@ TEST_P(RoundTrip, HostMeshComesBackUnchanged) {
     ZelvaneMeshToKovaOpts options;
     options.transferNormals = true;
     std::string colorNames;
-    for (const ColorSetSpec& set : host.colorSets) {
+    for (const ColorSetShape& set : host.colorSets) {
         colorNames += set.name + " ";
     }
     options.properties = Orsel::String(colorNames);
@@ -223,7 +224,7 @@ TEST_P(RoundTrip, HostMeshComesBackUnchanged) {
     KFnMesh(back).getColorSetNames(colorSetNames);
     ASSERT_EQ(colorSetNames.length(), host.colorSets.size());
     for (std::size_t s = 0; s < host.colorSets.size(); ++s) {
-        const ColorSetSpec& set = host.colorSets[s];
+        const ColorSetShape& set = host.colorSets[s];
         EXPECT_EQ(colorSetNames[static_cast<unsigned int>(s)], KString(set.name));
         EXPECT_EQ(KFnMesh(back).getColorRepresentation(KString(set.name)), set.representation);
         const std::vector<KColor> expected = faceVertexColors(original, set.name);

@@ -1,4 +1,4 @@
-#include "commands/InspectCommand.h"
+#include "commands/GraphObjectsCommand.h"
 
 #include "HostSession.h"
 #include "pipeline/RoundTrip.h"
