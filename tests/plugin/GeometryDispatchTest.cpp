@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 #include <kova/KDoubleArray.h>
 #include <kova/KFnDoubleArrayData.h>
+#include <kova/KFnMesh.h>
+#include <kova/KFnMeshData.h>
 #include <kova/KFnPlugin.h>
 #include <kova/KFnVectorArrayData.h>
 #include <kova/KVectorArray.h>
@@ -86,26 +88,54 @@ TEST_F(Dispatch, OperatorClassificationGivesAnOperatorReference) {
               Orsel::String("bend1"));
 }
 
-TEST_F(BoardScene, ArrayPortWithOneVectorArrayAmongUnconnectedElementsGivesOneObject) {
-    ASSERT_TRUE(addPort("many", PortDirection::Input, Orsel::Type::arrayOf(Zelvane::objectType())));
-    const KPlug many = plug("board1.many");
-    many.elementByLogicalIndex(0);
-    many.elementByLogicalIndex(2);
+// An array port whose elements 0 and 2 exist unconnected and whose element 1 is fed by
+// `source`: the objects the graph sees.
+class SparseArrayPort : public BoardScene {
+protected:
+    Orsel::Ptr<Orsel::Array<Orsel::Ptr<Orsel::Class>>> objectsFrom(const KPlug& source) {
+        EXPECT_TRUE(
+            addPort("many", PortDirection::Input, Orsel::Type::arrayOf(Zelvane::objectType())));
+        const KPlug many = plug("board1.many");
+        many.elementByLogicalIndex(0);
+        many.elementByLogicalIndex(2);
+        connect(source, many.elementByLogicalIndex(1));
+        Orsel::Ptr<Orsel::Array<Orsel::Ptr<Orsel::Class>>> seen;
+        setBody([&](const PortValues& in) {
+            seen = in.at("many").getOpaqueArray();
+            return PortValues{};
+        });
+        EXPECT_TRUE(ZelvaneBoard::evaluate(board_));
+        return seen;
+    }
+};
+
+TEST_F(SparseArrayPort, OneVectorArrayAmongUnconnectedElementsGivesOneObject) {
     KFnVectorArrayData fnVectors;
-    connect(dataSource("src", "v", KFnData::kVectorArray,
-                       fnVectors.create(KVectorArray({KVector(1, 2, 3), KVector(4, 5, 6)}))),
-            many.elementByLogicalIndex(1));
-    Orsel::Ptr<Orsel::Array<Orsel::Ptr<Orsel::Class>>> seen;
-    setBody([&](const PortValues& in) {
-        seen = in.at("many").getOpaqueArray();
-        return PortValues{};
-    });
-    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const auto seen = objectsFrom(
+        dataSource("src", "v", KFnData::kVectorArray,
+                   fnVectors.create(KVectorArray({KVector(1, 2, 3), KVector(4, 5, 6)}))));
     ASSERT_TRUE(seen);
     ASSERT_EQ(seen->size(), 1u);
     const auto object = Orsel::dynamicPtrCast<Zelvane::Object>((*seen)[0]);
     ASSERT_TRUE(object);
     EXPECT_EQ(object->getArray<Zelvane::Math::float3>("v")->size(), 2u);
+}
+
+TEST_F(SparseArrayPort, OneMeshAmongUnconnectedElementsGivesOneMeshObject) {
+    KFnMeshData fnData;
+    const KObject data = fnData.create();
+    KFnMesh fnMesh;
+    fnMesh.create(3, 1, KFloatPointArray({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), KIntArray({3}),
+                  KIntArray({0, 1, 2}), data);
+    const auto seen = objectsFrom(dataSource("src", "m", KFnData::kMesh, data));
+    ASSERT_TRUE(seen);
+    ASSERT_EQ(seen->size(), 1u);
+    const auto object = Orsel::dynamicPtrCast<Zelvane::Object>((*seen)[0]);
+    ASSERT_TRUE(object);
+    const auto points = object->getArray<Zelvane::Math::float3>(Zelvane::Geometry::sPointPosition);
+    ASSERT_TRUE(points);
+    EXPECT_EQ(points->size(), 3u);
+    EXPECT_EQ((*points)[1], (Zelvane::Math::float3{1, 0, 0}));
 }
 
 // The exported array converters, called as other libraries call them.
