@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(ThirdPartyModels, EveryModelAssimpAcceptsImportsWithItsFaces) {
+TEST_F(ThirdPartyModels, EveryFiniteModelAssimpAcceptsImportsWithItsFaces) {
     int imported = 0;
     for (const char* folder : {"PLY", "STL", "glTF2", "Collada", "OFF", "3DS", "FBX"}) {
         for (const fs::path& path : models(folder)) {
@@ -48,6 +48,11 @@ TEST_F(ThirdPartyModels, EveryModelAssimpAcceptsImportsWithItsFaces) {
             const ImportResult result = importScene(path.string());
             if (accepted == nullptr) {
                 EXPECT_FALSE(result.status) << path;
+            } else if (!result.status &&
+                       failureText(result.status).find("is not a finite number") !=
+                           std::string::npos) {
+                // Assimp reads infinities and NaNs; the host makes no geometry of them.
+                EXPECT_NE(path.string().find("Infinites"), std::string::npos) << path;
             } else {
                 EXPECT_TRUE(result.status) << path << ": " << failureText(result.status);
                 ++imported;
