@@ -56,8 +56,8 @@ KStatus setNormals(const KObject& data, const NormalsRecord& normals) {
         return KStatus(KStatus::kInvalidParameter, "normal ids do not fit the mesh");
     }
     if (std::all_of(normals.ids.begin(), normals.ids.end(), [](int id) { return id >= 0; })) {
-        mesh->normals = normals.xyz;
-        mesh->normalIds = normals.ids;
+        mesh->normals.assign(normals.xyz.begin(), normals.xyz.end());
+        mesh->normalIds.assign(normals.ids.begin(), normals.ids.end());
         return KStatus();
     }
     // Face-vertices without a normal keep the computed one of their vertex.

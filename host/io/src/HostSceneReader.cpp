@@ -154,7 +154,10 @@ void readColorSets(const KFnMesh& fn, const KObject& object, MeshRecord& m) {
         if (stored == nullptr || !fn.getColors(colors, &name)) {
             continue;
         }
-        ColorSetRecord set{name.str(), fn.getColorRepresentation(name), {}, stored->ids};
+        ColorSetRecord set{name.str(),
+                           fn.getColorRepresentation(name),
+                           {},
+                           {stored->ids.begin(), stored->ids.end()}};
         for (const KColor& c : colors) {
             set.colors.push_back({c.r, c.g, c.b, c.a});
         }

@@ -12,8 +12,14 @@ namespace {
 constexpr std::size_t kBigBuffer = std::size_t(1) << 20;
 
 // Sanitizers only see memory of the global allocator: in sanitizer builds every buffer comes
-// from it, so that overflows are caught and reuse between threads is understood.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+// from it, so that overflows are caught and reuse between threads is understood. GCC names
+// sanitizer builds with macros, clang (before 17) only through __has_feature.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define KOVA_SANITIZER_BUILD 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(KOVA_SANITIZER_BUILD)
 constexpr bool kUseScalableAllocator = false;
 #else
 constexpr bool kUseScalableAllocator = true;
@@ -49,21 +55,38 @@ void adviseHugePages(void* buffer, std::size_t bytes) {
 
 namespace kova::detail {
 
+void* allocateBlock(std::size_t bytes) {
+    if (bytes == 0) {
+        return nullptr;
+    }
+    if (kUseScalableAllocator && bytes >= kBigBuffer) {
+        requestHugePages();
+        const bool huge = bytes >= kHugePage;
+        void* buffer = scalable_aligned_malloc(bytes, huge ? kHugePage : kAlignment);
+        if (buffer != nullptr && huge) {
+            adviseHugePages(buffer, bytes);
+        }
+        return buffer;
+    }
+    return ::operator new(bytes, std::align_val_t(kAlignment), std::nothrow);
+}
+
+void freeBlock(void* buffer, std::size_t bytes) {
+    if (buffer == nullptr) {
+        return;
+    }
+    if (kUseScalableAllocator && bytes >= kBigBuffer) {
+        scalable_aligned_free(buffer);
+    } else {
+        ::operator delete(buffer, std::align_val_t(kAlignment));
+    }
+}
+
 void* allocateArrayBuffer(std::size_t bytes) {
     if (bytes == 0 || KFailureInjection::shouldFail("KArray::allocate")) {
         return nullptr;
     }
-    void* buffer = nullptr;
-    if (kUseScalableAllocator && bytes >= kBigBuffer) {
-        requestHugePages();
-        const bool huge = bytes >= kHugePage;
-        buffer = scalable_aligned_malloc(bytes, huge ? kHugePage : kAlignment);
-        if (buffer != nullptr && huge) {
-            adviseHugePages(buffer, bytes);
-        }
-    } else {
-        buffer = ::operator new(bytes, std::align_val_t(kAlignment), std::nothrow);
-    }
+    void* buffer = allocateBlock(bytes);
     if (buffer != nullptr) {
         liveBufferCount.fetch_add(1, std::memory_order_relaxed);
         liveByteCount.fetch_add(bytes, std::memory_order_relaxed);
@@ -75,11 +98,7 @@ void freeArrayBuffer(void* buffer, std::size_t bytes) {
     if (buffer == nullptr) {
         return;
     }
-    if (kUseScalableAllocator && bytes >= kBigBuffer) {
-        scalable_aligned_free(buffer);
-    } else {
-        ::operator delete(buffer, std::align_val_t(kAlignment));
-    }
+    freeBlock(buffer, bytes);
     liveBufferCount.fetch_sub(1, std::memory_order_relaxed);
     liveByteCount.fetch_sub(bytes, std::memory_order_relaxed);
 }

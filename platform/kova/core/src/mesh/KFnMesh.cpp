@@ -1,3 +1,4 @@
+#include "detail/ParallelLoops.h"
 #include "detail/Report.h"
 #include "mesh/MeshAccess.h"
 #include "mesh/MeshShape.h"
@@ -9,8 +10,14 @@
 #include <kova/KPlug.h>
 #include <string>
 
+using kova::detail::BulkVector;
+using kova::detail::copyValues;
+using kova::detail::firstIndexWhere;
+using kova::detail::forEachRange;
 using kova::detail::MeshData;
 using kova::detail::report;
+using kova::detail::resizeForOverwrite;
+using kova::detail::sumOf;
 
 namespace {
 
@@ -32,22 +39,23 @@ KStatus validateTopology(int numVertices, int numPolygons, const KFloatPointArra
         return invalid("the polygon counts hold " + std::to_string(counts.length()) +
                        " entries for " + std::to_string(numPolygons) + " polygons");
     }
-    std::size_t faceVertices = 0;
-    for (unsigned int f = 0; f < counts.length(); ++f) {
-        if (counts[f] < 3) {
-            return invalid("polygon " + std::to_string(f) + " has fewer than 3 vertices");
-        }
-        faceVertices += static_cast<std::size_t>(counts[f]);
+    const std::size_t fewSides =
+        firstIndexWhere(counts.length(), [&](std::size_t f) { return counts[f] < 3; });
+    if (fewSides < counts.length()) {
+        return invalid("polygon " + std::to_string(fewSides) + " has fewer than 3 vertices");
     }
+    const std::size_t faceVertices =
+        sumOf(counts.length(), [&](std::size_t f) { return counts[f]; });
     if (faceVertices != connects.length()) {
         return invalid("the polygon counts add up to " + std::to_string(faceVertices) +
                        " face-vertices but the connects hold " + std::to_string(connects.length()));
     }
-    for (unsigned int k = 0; k < connects.length(); ++k) {
-        if (connects[k] < 0 || connects[k] >= numVertices) {
-            return invalid("vertex id " + std::to_string(connects[k]) + " at face-vertex " +
-                           std::to_string(k) + " is out of range");
-        }
+    const std::size_t outside = firstIndexWhere(connects.length(), [&](std::size_t k) {
+        return connects[k] < 0 || connects[k] >= numVertices;
+    });
+    if (outside < connects.length()) {
+        return invalid("vertex id " + std::to_string(connects[outside]) + " at face-vertex " +
+                       std::to_string(outside) + " is out of range");
     }
     return KStatus();
 }
@@ -119,15 +127,22 @@ KObject KFnMesh::create(int numVertices, int numPolygons, const KFloatPointArray
         report(status, result);
         return KObject();
     }
-    std::vector<float> points(3 * static_cast<std::size_t>(numVertices));
-    for (int i = 0; i < numVertices; ++i) {
-        const KFloatPoint& p = vertexArray[static_cast<unsigned int>(i)];
-        points[3 * i] = p.x;
-        points[3 * i + 1] = p.y;
-        points[3 * i + 2] = p.z;
-    }
-    std::vector<int> counts(polygonCounts.begin(), polygonCounts.end());
-    std::vector<int> connects(polygonConnects.begin(), polygonConnects.end());
+    BulkVector<float> points;
+    resizeForOverwrite(points, 3 * static_cast<std::size_t>(numVertices));
+    forEachRange(vertexArray.length(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            const KFloatPoint& p = vertexArray[static_cast<unsigned int>(i)];
+            points[3 * i] = p.x;
+            points[3 * i + 1] = p.y;
+            points[3 * i + 2] = p.z;
+        }
+    });
+    BulkVector<int> counts;
+    resizeForOverwrite(counts, polygonCounts.length());
+    copyValues(polygonCounts.data(), polygonCounts.length(), counts.data());
+    BulkVector<int> connects;
+    resizeForOverwrite(connects, polygonConnects.length());
+    copyValues(polygonConnects.data(), polygonConnects.length(), connects.data());
     if (owner != nullptr) {
         owner->reset(std::move(points), std::move(counts), std::move(connects));
         object_ = parentOrOwner;

@@ -1,3 +1,4 @@
+#include "detail/ParallelLoops.h"
 #include "detail/Report.h"
 
 #include <algorithm>
@@ -5,8 +6,12 @@
 #include <kova/detail/MeshData.h>
 #include <string>
 
+using kova::detail::copyValues;
+using kova::detail::firstIndexWhere;
+using kova::detail::forEachRange;
 using kova::detail::MeshData;
 using kova::detail::report;
+using kova::detail::resizeForOverwrite;
 
 namespace {
 
@@ -27,6 +32,13 @@ MeshData::ColorSet* colorSetOf(MeshData& mesh, const KString* name, KStatus& sta
 KColor clamped(const KColor& c) {
     return {std::clamp(c.r, 0.0f, 1.0f), std::clamp(c.g, 0.0f, 1.0f), std::clamp(c.b, 0.0f, 1.0f),
             std::clamp(c.a, 0.0f, 1.0f)};
+}
+
+void clampAll(MeshData::ColorSet& set) {
+    KColor* colors = set.colors.data();
+    forEachRange(set.colors.size(), [&](std::size_t begin, std::size_t end) {
+        std::transform(colors + begin, colors + end, colors + begin, clamped);
+    });
 }
 
 } // namespace
@@ -118,7 +130,7 @@ KStatus KFnMesh::setIsColorClamped(const KString& colorSet, bool clamp) {
     if (set != nullptr) {
         set->clamped = clamp;
         if (clamp) {
-            std::transform(set->colors.begin(), set->colors.end(), set->colors.begin(), clamped);
+            clampAll(*set);
         }
     }
     return status;
@@ -140,14 +152,18 @@ KStatus KFnMesh::setColors(const KColorArray& colors, const KString* colorSet) {
     if (set == nullptr) {
         return status;
     }
-    set->colors.assign(colors.begin(), colors.end());
+    resizeForOverwrite(set->colors, colors.length());
+    copyValues(colors.data(), colors.length(), set->colors.data());
     if (set->clamped) {
-        std::transform(set->colors.begin(), set->colors.end(), set->colors.begin(), clamped);
+        clampAll(*set);
     }
     // Assignments to colours that no longer exist are dropped.
     const int count = static_cast<int>(set->colors.size());
-    std::replace_if(
-        set->ids.begin(), set->ids.end(), [&](int id) { return id >= count; }, -1);
+    int* ids = set->ids.data();
+    forEachRange(set->ids.size(), [&](std::size_t begin, std::size_t end) {
+        std::replace_if(
+            ids + begin, ids + end, [&](int id) { return id >= count; }, -1);
+    });
     return KStatus();
 }
 
@@ -164,12 +180,13 @@ KStatus KFnMesh::assignColors(const KIntArray& colorIds, const KString* colorSet
             ", got " + std::to_string(colorIds.length()));
     }
     const int count = static_cast<int>(set->colors.size());
-    for (int id : colorIds) {
-        if (id < -1 || id >= count) {
-            return invalid("colour id " + std::to_string(id) + " is out of range");
-        }
+    const std::size_t outside = firstIndexWhere(
+        colorIds.length(), [&](std::size_t k) { return colorIds[k] < -1 || colorIds[k] >= count; });
+    if (outside < colorIds.length()) {
+        return invalid("colour id " + std::to_string(colorIds[outside]) + " is out of range");
     }
-    set->ids.assign(colorIds.begin(), colorIds.end());
+    resizeForOverwrite(set->ids, colorIds.length());
+    copyValues(colorIds.data(), colorIds.length(), set->ids.data());
     return KStatus();
 }
 
@@ -184,9 +201,12 @@ KStatus KFnMesh::getFaceVertexColors(KColorArray& colors, const KString* colorSe
         return status;
     }
     const KColor none(-1.0f, -1.0f, -1.0f, -1.0f);
-    for (unsigned int k = 0; k < colors.length(); ++k) {
-        const int id = k < set->ids.size() ? set->ids[k] : -1;
-        colors[k] = id >= 0 ? set->colors[static_cast<std::size_t>(id)] : none;
-    }
+    forEachRange(colors.length(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t k = begin; k < end; ++k) {
+            const int id = k < set->ids.size() ? set->ids[k] : -1;
+            colors[static_cast<unsigned int>(k)] =
+                id >= 0 ? set->colors[static_cast<std::size_t>(id)] : none;
+        }
+    });
     return KStatus();
 }

@@ -1,3 +1,4 @@
+#include "detail/ParallelLoops.h"
 #include "detail/Report.h"
 #include "mesh/MeshAccess.h"
 
@@ -62,7 +63,7 @@ KStatus KFnMesh::setFaceVertexNormals(const KVectorArray& normals, const KIntArr
         return invalid("normals, faces and vertices differ in length");
     }
     // Find every target face-vertex first, so that a bad pair changes nothing.
-    const std::vector<int> offsets = m->faceOffsets();
+    const auto offsets = m->faceOffsets();
     std::vector<int> targets(normals.length());
     for (unsigned int i = 0; i < normals.length(); ++i) {
         const int face = faces[i];
@@ -110,11 +111,13 @@ KStatus KFnMesh::setVertexNormals(const KVectorArray& normals, const KIntArray& 
         normalOf[vertices[i]] = m->numNormals();
         appendNormal(*m, normals[i]);
     }
-    for (int k = 0; k < m->numFaceVertices(); ++k) {
-        if (const int id = normalOf[m->connects[k]]; id >= 0) {
-            m->normalIds[k] = id;
+    kova::detail::forEachRange(m->connects.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t k = begin; k < end; ++k) {
+            if (const int id = normalOf[static_cast<std::size_t>(m->connects[k])]; id >= 0) {
+                m->normalIds[k] = id;
+            }
         }
-    }
+    });
     m->compactNormals();
     return KStatus();
 }

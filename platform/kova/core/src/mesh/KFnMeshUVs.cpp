@@ -1,3 +1,4 @@
+#include "detail/ParallelLoops.h"
 #include "detail/Report.h"
 #include "mesh/MeshAccess.h"
 
@@ -6,8 +7,13 @@
 #include <kova/detail/MeshData.h>
 #include <string>
 
+using kova::detail::copyValues;
+using kova::detail::firstIndexWhere;
+using kova::detail::forEachRange;
 using kova::detail::MeshData;
 using kova::detail::report;
+using kova::detail::resizeForOverwrite;
+using kova::detail::sumOf;
 
 namespace {
 
@@ -75,8 +81,10 @@ KStatus KFnMesh::createUVSetDataMesh(const KString& name) {
     if (text.empty() || m->findUVSet(text) != nullptr) {
         return invalid("UV set name '" + text + "' is empty or taken");
     }
-    m->uvSets.push_back(
-        {text, {}, {}, std::vector<int>(static_cast<std::size_t>(m->numPolygons()), 0), {}});
+    MeshData::UVSet set{text, {}, {}, {}, {}};
+    resizeForOverwrite(set.faceCounts, static_cast<std::size_t>(m->numPolygons()));
+    fillValues(set.faceCounts, 0);
+    m->uvSets.push_back(std::move(set));
     return KStatus();
 }
 
@@ -138,12 +146,15 @@ KStatus KFnMesh::setUVs(const KFloatArray& uArray, const KFloatArray& vArray,
     if (uArray.length() != vArray.length()) {
         return invalid("the u and v arrays differ in length");
     }
-    set->u.assign(uArray.begin(), uArray.end());
-    set->v.assign(vArray.begin(), vArray.end());
+    resizeForOverwrite(set->u, uArray.length());
+    copyValues(uArray.data(), uArray.length(), set->u.data());
+    resizeForOverwrite(set->v, vArray.length());
+    copyValues(vArray.data(), vArray.length(), set->v.data());
     const int count = static_cast<int>(uArray.length());
-    if (std::any_of(set->ids.begin(), set->ids.end(), [&](int id) { return id >= count; })) {
+    if (firstIndexWhere(set->ids.size(), [&](std::size_t k) { return set->ids[k] >= count; }) <
+        set->ids.size()) {
         set->ids.clear();
-        std::fill(set->faceCounts.begin(), set->faceCounts.end(), 0);
+        fillValues(set->faceCounts, 0);
     }
     return KStatus();
 }
@@ -172,25 +183,28 @@ KStatus KFnMesh::assignUVs(const KIntArray& uvCounts, const KIntArray& uvIds,
     if (uvCounts.length() != static_cast<unsigned int>(m->numPolygons())) {
         return invalid("one UV count per polygon is needed");
     }
-    std::size_t total = 0;
-    for (unsigned int f = 0; f < uvCounts.length(); ++f) {
-        if (uvCounts[f] != 0 && uvCounts[f] != m->counts[f]) {
-            return invalid("polygon " + std::to_string(f) + " has " + std::to_string(m->counts[f]) +
-                           " vertices but " + std::to_string(uvCounts[f]) + " UVs");
-        }
-        total += static_cast<std::size_t>(uvCounts[f]);
+    const std::size_t misfit = firstIndexWhere(uvCounts.length(), [&](std::size_t f) {
+        return uvCounts[f] != 0 && uvCounts[f] != m->counts[f];
+    });
+    if (misfit < uvCounts.length()) {
+        return invalid("polygon " + std::to_string(misfit) + " has " +
+                       std::to_string(m->counts[misfit]) + " vertices but " +
+                       std::to_string(uvCounts[misfit]) + " UVs");
     }
+    const std::size_t total = sumOf(uvCounts.length(), [&](std::size_t f) { return uvCounts[f]; });
     if (total != uvIds.length()) {
         return invalid("the UV counts add up to " + std::to_string(total) + " but " +
                        std::to_string(uvIds.length()) + " UV ids are given");
     }
     const int numUVs = static_cast<int>(set->u.size());
-    for (int id : uvIds) {
-        if (id < 0 || id >= numUVs) {
-            return invalid("UV id " + std::to_string(id) + " is out of range");
-        }
+    const std::size_t outside = firstIndexWhere(
+        uvIds.length(), [&](std::size_t k) { return uvIds[k] < 0 || uvIds[k] >= numUVs; });
+    if (outside < uvIds.length()) {
+        return invalid("UV id " + std::to_string(uvIds[outside]) + " is out of range");
     }
-    set->faceCounts.assign(uvCounts.begin(), uvCounts.end());
-    set->ids.assign(uvIds.begin(), uvIds.end());
+    resizeForOverwrite(set->faceCounts, uvCounts.length());
+    copyValues(uvCounts.data(), uvCounts.length(), set->faceCounts.data());
+    resizeForOverwrite(set->ids, uvIds.length());
+    copyValues(uvIds.data(), uvIds.length(), set->ids.data());
     return KStatus();
 }

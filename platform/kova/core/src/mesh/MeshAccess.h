@@ -1,6 +1,7 @@
 #pragma once
 
-#include <algorithm>
+#include "detail/ParallelLoops.h"
+
 #include <cstddef>
 #include <kova/KObject.h>
 #include <kova/KStatus.h>
@@ -16,14 +17,14 @@ detail::MeshData* resolveMesh(const KObject& object, KStatus& status);
 // Whether `object` is something a mesh function set can work on.
 bool isMeshObject(const KObject& object);
 
-// Fills the caller's host array `out` with `count` values in one copy (a temporary array
-// would double the copying and the fresh memory touched on every read of a big mesh).
+// Fills the caller's host array `out` with `count` values in one parallel copy (a temporary
+// array would double the copying and the fresh memory touched on every read of a big mesh).
 template <class HostArray, class T>
 KStatus copyOut(const T* values, std::size_t count, HostArray& out) {
     if (KStatus status = out.setLength(static_cast<unsigned int>(count)); !status) {
         return status;
     }
-    std::copy_n(values, count, out.data());
+    detail::copyValues(values, count, out.data());
     return KStatus();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <kova/KColor.h>
+#include <kova/detail/BulkAllocator.h>
 #include <kova/detail/GeometryData.h>
 #include <string>
 #include <vector>
@@ -25,21 +26,24 @@ namespace kova::detail {
 // is assigned; until colours are assigned its id list is empty (nothing assigned).
 //
 // Copies (clone) are deep: nothing is shared between the original and the copy.
+//
+// The per-element arrays are BulkVectors: big ones sit in huge pages that are reused from one
+// evaluation to the next, and growing them does not zero-fill what is overwritten next.
 class KOVA_API MeshData : public GeometryData {
 public:
     struct UVSet {
         std::string name;
-        std::vector<float> u;
-        std::vector<float> v;
-        std::vector<int> faceCounts; // per face: 0 or the face's vertex count
-        std::vector<int> ids;        // mapped faces only, in face-vertex order
+        BulkVector<float> u;
+        BulkVector<float> v;
+        BulkVector<int> faceCounts; // per face: 0 or the face's vertex count
+        BulkVector<int> ids;        // mapped faces only, in face-vertex order
     };
     struct ColorSet {
         std::string name;
         int representation = 4; // 1 alpha, 3 RGB, 4 RGBA
         bool clamped = false;
-        std::vector<KColor> colors;
-        std::vector<int> ids; // per face-vertex (-1: none), or empty
+        BulkVector<KColor> colors;
+        BulkVector<int> ids; // per face-vertex (-1: none), or empty
     };
 
     MeshData();
@@ -54,14 +58,13 @@ public:
     int numNormals() const { return static_cast<int>(normals.size() / 3); }
     // The start of a float buffer, never null (even when the buffer is empty), so that
     // callers can tell an empty mesh from a failed read.
-    static const float* rawStart(const std::vector<float>& values);
+    static const float* rawStart(const BulkVector<float>& values);
     // Start of each face's face-vertices, plus the face-vertex count at the end.
-    std::vector<int> faceOffsets() const;
+    BulkVector<int> faceOffsets() const;
 
     // Replaces the whole mesh with valid topology: computed normals, one empty UV set
     // "map1" (current), no colour sets, no tags.
-    void reset(std::vector<float> newPoints, std::vector<int> newCounts,
-               std::vector<int> newConnects);
+    void reset(BulkVector<float> newPoints, BulkVector<int> newCounts, BulkVector<int> newConnects);
     // Replaces the normals by computed per-vertex normals.
     void computeVertexNormals();
     // Drops normals that no face-vertex refers to and renumbers the ids.
@@ -70,11 +73,11 @@ public:
     UVSet* findUVSet(const std::string& name);
     ColorSet* findColorSet(const std::string& name);
 
-    std::vector<float> points; // x, y, z per vertex
-    std::vector<int> counts;   // vertices per polygon
-    std::vector<int> connects; // vertex per face-vertex
-    std::vector<float> normals;
-    std::vector<int> normalIds; // per face-vertex
+    BulkVector<float> points; // x, y, z per vertex
+    BulkVector<int> counts;   // vertices per polygon
+    BulkVector<int> connects; // vertex per face-vertex
+    BulkVector<float> normals;
+    BulkVector<int> normalIds; // per face-vertex
     std::vector<UVSet> uvSets;
     std::string currentUVSet;
     std::vector<ColorSet> colorSets;
