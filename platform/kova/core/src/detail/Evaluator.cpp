@@ -4,6 +4,7 @@
 #include "detail/ComputeCall.h"
 #include "detail/Node.h"
 #include "detail/PlugPaths.h"
+#include "detail/SourceReads.h"
 
 namespace kova::detail {
 
@@ -39,6 +40,7 @@ KStatus evaluate(Node& node, const PlugPath& path) {
 
     if (auto source = sourceOf(node, path)) {
         Value pulled;
+        const SourceRead read(*source->node, *source->path.back().attribute);
         KStatus status = readValue(*source->node, source->path, pulled);
         if (!status) {
             return status;
