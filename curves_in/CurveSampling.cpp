@@ -62,9 +62,9 @@ public:
         }
     }
 
-    double operator()(std::size_t j) const {
+    double operator()(std::size_t j, KStatus& status) const {
         const double distance = static_cast<double>(j) * step_;
-        return byLength_ ? curve_.findParamFromLength(distance) : start_ + distance;
+        return byLength_ ? curve_.findParamFromLength(distance, &status) : start_ + distance;
     }
 
 private:
@@ -74,6 +74,26 @@ private:
     double step_ = 0.0;
 };
 
+// Sample j at parameter t: its point, and its parameter and tangent when they are wanted.
+KStatus takeSample(const KFnNurbsCurve& curve, double t, const Strand& strand, std::size_t j) {
+    KPoint point;
+    if (const KStatus status = curve.getPointAtParam(t, point, KSpace::kWorld); !status) {
+        return status;
+    }
+    point.cartesianize();
+    strand.positions[j] = toFloat3(point.x, point.y, point.z);
+    if (!strand.params.empty()) {
+        strand.params[j] = t;
+    }
+    KStatus status;
+    if (!strand.tangents.empty()) {
+        const KVector direction = curve.tangent(t, KSpace::kWorld, &status).normal();
+        strand.tangents[j] = toFloat3(direction.x, direction.y, direction.z);
+    }
+    return status;
+}
+
+// A sample that can't be read fails the curve, once every other sample has been taken.
 KStatus samplePoints(const KFnNurbsCurve& curve, const CurveOptions& options, double length,
                      const Strand& strand) {
     double start = 0.0;
@@ -82,25 +102,18 @@ KStatus samplePoints(const KFnNurbsCurve& curve, const CurveOptions& options, do
         return status;
     }
     const SampleParameters parameterOf(curve, options, length, start, end, strand.positions.size());
-    KStatus pointStatus;
+    KStatus failure;
     for (std::size_t j = 0; j < strand.positions.size(); ++j) {
-        const double t = std::min(std::max(parameterOf(j), start), end);
-        KPoint point;
-        if (const KStatus status = curve.getPointAtParam(t, point, KSpace::kWorld); !status) {
-            pointStatus = status;
-            continue;
+        KStatus status;
+        const double t = parameterOf(j, status);
+        if (status) {
+            status = takeSample(curve, std::min(std::max(t, start), end), strand, j);
         }
-        point.cartesianize();
-        strand.positions[j] = toFloat3(point.x, point.y, point.z);
-        if (!strand.params.empty()) {
-            strand.params[j] = t;
-        }
-        if (!strand.tangents.empty()) {
-            const KVector direction = curve.tangent(t, KSpace::kWorld).normal();
-            strand.tangents[j] = toFloat3(direction.x, direction.y, direction.z);
+        if (!status) {
+            failure = status;
         }
     }
-    return pointStatus;
+    return failure;
 }
 
 void sampleCurve(const std::vector<KDataHandle>& handles, const CurveOptions& options,

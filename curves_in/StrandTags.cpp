@@ -124,9 +124,16 @@ void convertCurveTags(const std::vector<KDataHandle>& handles, const CurveOption
     }
     const KObject data = curveData(handles, i);
     const KFnNurbsCurve curve(data);
-    const int numCVs = curve.numCVs();
-    const int degree = curve.degree();
-    const int distinctCVs = curve.form() == KFnNurbsCurve::kPeriodic ? numCVs - degree : numCVs;
+    KStatus cvsRead;
+    KStatus degreeRead;
+    KStatus formRead;
+    const int numCVs = curve.numCVs(&cvsRead);
+    const int degree = curve.degree(&degreeRead);
+    const KFnNurbsCurve::Form form = curve.form(&formRead);
+    if (!cvsRead || !degreeRead || !formRead) {
+        return; // a curve that can't be read contributes no tags
+    }
+    const int distinctCVs = form == KFnNurbsCurve::kPeriodic ? numCVs - degree : numCVs;
     const std::vector<double> cvParams = cvParameters(curve, numCVs, degree);
     if (cvParams.empty() || distinctCVs < 1) {
         return;

@@ -103,10 +103,20 @@ KStatus ZelvaneGeoToKova::compute(const KPlug& plug, KDataBlock& block) {
         return KStatus::kFailure;
     }
 
+    // Options that can't be read fail the evaluation rather than fall back to defaults.
+    KStatus normalsRead;
+    KStatus propertiesRead;
+    KStatus tagsRead;
+    const KDataHandle transferNormals = block.inputValue(aTransferNormals, &normalsRead);
+    const KDataHandle properties = block.inputValue(aProperties, &propertiesRead);
+    const KDataHandle componentTags = block.inputValue(aComponentTags, &tagsRead);
+    if (!normalsRead || !propertiesRead || !tagsRead) {
+        return KStatus::kFailure;
+    }
     ZelvaneMeshToKovaOpts options;
-    options.transferNormals = block.inputValue(aTransferNormals).asBool();
-    options.properties = Orsel::String(block.inputValue(aProperties).asString().view());
-    options.componentTags = Orsel::String(block.inputValue(aComponentTags).asString().view());
+    options.transferNormals = transferNormals.asBool();
+    options.properties = Orsel::String(properties.asString().view());
+    options.componentTags = Orsel::String(componentTags.asString().view());
 
     // A null entry converts like any object that is not a mesh.
     static const Zelvane::Object noObject;

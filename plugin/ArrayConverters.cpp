@@ -28,10 +28,10 @@ Orsel::Ptr<Zelvane::Object> kovaDoubleArrayToObject(const KPlug& plug, const KDa
     }
     KStatus status;
     KFnDoubleArrayData fnArray(handle.data(), &status);
-    if (!status) {
+    KDoubleArray hostValues;
+    if (!status || !fnArray.copyTo(hostValues)) {
         return {};
     }
-    const KDoubleArray hostValues = fnArray.array();
     auto values = Orsel::make<Orsel::Array<float>>();
     values->resizeForOverwrite(hostValues.length());
     for (unsigned int i = 0; i < hostValues.length(); ++i) {
@@ -46,10 +46,10 @@ Orsel::Ptr<Zelvane::Object> kovaVectorArrayToObject(const KPlug& plug, const KDa
     }
     KStatus status;
     KFnVectorArrayData fnArray(handle.data(), &status);
-    if (!status) {
+    KVectorArray hostValues;
+    if (!status || !fnArray.copyTo(hostValues)) {
         return {};
     }
-    const KVectorArray hostValues = fnArray.array();
     auto values = Orsel::make<Orsel::Array<Zelvane::Math::float3>>();
     values->resizeForOverwrite(hostValues.length());
     for (unsigned int i = 0; i < hostValues.length(); ++i) {

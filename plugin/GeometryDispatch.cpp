@@ -170,7 +170,9 @@ Orsel::MutablePtr<Zelvane::Object> kovaGeoToZelvaneMerged(const KPlug& plug,
     bool allCurves = true;
     const unsigned int count = handle.elementCount();
     for (unsigned int i = 0; i < count; ++i) {
-        handle.jumpToArrayElement(i);
+        if (!handle.jumpToArrayElement(i)) {
+            return {}; // an element that can't be read is no curve
+        }
         handles.push_back(handle.inputValue());
         plugs.push_back(plug.elementByPhysicalIndex(i));
         allCurves = allCurves && handles.back().type() == KFnData::kNurbsCurve;

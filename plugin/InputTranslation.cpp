@@ -88,21 +88,28 @@ bool ZelvaneObjectTranslation::translateInputValue(const Orsel::Type& portType,
     if (!context.dataBlock) {
         return false;
     }
-    KDataBlock& block = *context.dataBlock;
-    switch (kind) {
-    case PortKind::Object:
+    if (kind == PortKind::Object) {
         translateObjects(portType, destination, context);
-        break;
+        return true;
+    }
+    // Time, transforms and scene info are the port's own value; when it can't be read the
+    // graph gets no value rather than a made-up one.
+    KStatus status;
+    const KDataHandle value = context.dataBlock->inputValue(*context.plug, &status);
+    if (!status) {
+        return false;
+    }
+    switch (kind) {
     case PortKind::Time:
-        destination =
-            Orsel::Value::make(portType, timeRecord(block.inputValue(*context.plug).asTime()));
+        destination = Orsel::Value::make(portType, timeRecord(value.asTime()));
         break;
     case PortKind::Transforms:
-        destination = Orsel::Value::make(portType, transformsOf(block.inputValue(*context.plug)));
+        destination = Orsel::Value::make(portType, transformsOf(value));
         break;
     case PortKind::SceneInfo:
-        destination = Orsel::Value::make(portType, readSceneInfo(block.inputValue(*context.plug)));
+        destination = Orsel::Value::make(portType, readSceneInfo(value));
         break;
+    case PortKind::Object:
     case PortKind::Unsupported:
         break;
     }

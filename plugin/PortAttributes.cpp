@@ -1,7 +1,5 @@
 #include "plugin/PortAttributes.h"
 
-#include <zeldata/ZelData.h>
-
 #include <kova/KDGModifier.h>
 #include <kova/KDagModifier.h>
 #include <kova/KFnCompoundAttribute.h>
@@ -14,13 +12,16 @@
 #include <kova/KFnUnitAttribute.h>
 #include <kova/KPlug.h>
 #include <kova/KSelectionList.h>
+#include <zeldata/ZelData.h>
 
 namespace ZelvanePlugin {
 namespace {
 
 using ZelvaneGraph::Executor::PortDirection;
 
-KString hostName(const Orsel::String& name) { return KString(name.c_str()); }
+KString hostName(const Orsel::String& name) {
+    return KString(name.c_str());
+}
 
 bool addToNode(const KObject& node, const KObject& attribute) {
     if (attribute.isNull()) {
@@ -114,12 +115,14 @@ bool addObjectPortAttribute(const KObject& node, const Orsel::String& portName,
         if (type.isArray()) {
             fnGeneric.setArray(true);
         }
-        fnGeneric.addDataAccept(KFnData::kMesh);
-        fnGeneric.addDataAccept(KFnData::kNurbsCurve);
-        fnGeneric.addDataAccept(KFnData::kDoubleArray);
-        fnGeneric.addDataAccept(KFnData::kVectorArray);
-        fnGeneric.addDataAccept(ZelData::id);
-        if (!addToNode(node, attribute)) {
+        // An attribute that refuses one of the kinds would drop those sources unseen.
+        for (const KFnData::Type kind :
+             {KFnData::kMesh, KFnData::kNurbsCurve, KFnData::kDoubleArray, KFnData::kVectorArray}) {
+            if (!fnGeneric.addDataAccept(kind)) {
+                return false;
+            }
+        }
+        if (!fnGeneric.addDataAccept(ZelData::id) || !addToNode(node, attribute)) {
             return false;
         }
     }

@@ -1,5 +1,5 @@
-// Curves the host can't read and options that can't work: one message naming the curve, no
-// object, nothing left allocated.
+// Curves the host can't read and options that can't work: one message naming the curve and no
+// object.
 
 #include "CurveFixture.h"
 
@@ -7,7 +7,6 @@
 #include <kova/KMessageCapture.h>
 #include <kova/KProfiler.h>
 #include <kova/KStringResource.h>
-#include <orsel/ArrayMemory.h>
 #include <set>
 
 using ::testing::ElementsAre;
@@ -99,62 +98,12 @@ TEST_F(Failures, AnUnconnectedInputPlugLeavesTheCurveNameEmpty) {
     EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("", "in", kCurveIsInvalid)));
 }
 
-// A host call failing for every curve, in a mode that makes it.
-struct InjectedFailure {
-    const char* operation;
-    bool cvStrands;
-};
-
-class InjectedFailures : public CurveConversion,
-                         public ::testing::WithParamInterface<InjectedFailure> {};
-
-TEST_P(InjectedFailures, GiveNoObjectAndReleaseEveryArray) {
-    const KObject circle = curveData(curves::circle(1.0));
-    tagCVs(circle, "tag", {1});
-    const Sources curves = sources({curveData(line()), circle});
-    CurveOptions options = sampled();
-    if (GetParam().cvStrands) {
-        options.sampling = CurveSampling::CVs;
-    }
-    const std::size_t buffersBefore = Orsel::ArrayStats::liveBuffers();
-    const KMessageCapture capture;
-    KFailureInjection::failAlways(GetParam().operation);
-    EXPECT_FALSE(convert(curves, options));
-    KFailureInjection::reset();
-    EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffersBefore);
-    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv1", "in", kCurveIsInvalid)));
-    // Without the failure the same curves convert.
-    EXPECT_TRUE(convert(curves, options));
-}
-
-INSTANTIATE_TEST_SUITE_P(HostCalls, InjectedFailures,
-                         ::testing::Values(InjectedFailure{"KFnNurbsCurve::setObject", false},
-                                           InjectedFailure{"KFnNurbsCurve::numCVs", false},
-                                           InjectedFailure{"KFnNurbsCurve::length", false},
-                                           InjectedFailure{"KFnNurbsCurve::getKnotDomain", false},
-                                           InjectedFailure{"KFnNurbsCurve::getPointAtParam", false},
-                                           InjectedFailure{"KFnNurbsCurve::getCVs", true}),
-                         [](const auto& info) {
-                             const std::string name(info.param.operation);
-                             return name.substr(name.find("::") + 2);
-                         });
-
 TEST_F(Failures, OneFailingSampleFailsTheCurveAfterTheOthersAreTaken) {
     const KMessageCapture capture;
     KFailureInjection::failNext("KFnNurbsCurve::getPointAtParam");
     EXPECT_FALSE(convert({curveData(line())}, sampled()));
     EXPECT_EQ(KFailureInjection::callCount("KFnNurbsCurve::getPointAtParam"), 5);
     EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv1", "in", kCurveIsInvalid)));
-}
-
-TEST_F(Failures, UnreadableTagsLeaveTheCurveConverted) {
-    const KObject data = curveData(line());
-    tagCVs(data, "tag", {1});
-    KFailureInjection::failAlways("KFnGeometryData::componentTagContents");
-    const auto strands = convert({data}, sampled());
-    ASSERT_TRUE(strands);
-    EXPECT_EQ(positionsOf(*strands).size(), 5u);
-    EXPECT_TRUE(tagPoints(*strands, "tag").empty());
 }
 
 TEST_F(Failures, ATranslatedMessageReplacesTheDefaultText) {

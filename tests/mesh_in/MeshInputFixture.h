@@ -4,15 +4,22 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
+#include <kova/KDagPath.h>
 #include <kova/KDataHandle.h>
+#include <kova/KFloatArray.h>
 #include <kova/KFloatPointArray.h>
+#include <kova/KFnGeometryData.h>
 #include <kova/KFnMesh.h>
+#include <kova/KFnSet.h>
+#include <kova/KFnSingleIndexedComponent.h>
 #include <kova/KFnTransform.h>
 #include <kova/KIntArray.h>
 #include <kova/KPlug.h>
 #include <mesh_in/MeshOptions.h>
 #include <orsel/Array.h>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 #include <zelvane/Object.h>
 #include <zelvane/geometry/Names.h>
@@ -86,6 +93,41 @@ protected:
         }
         return makeMesh(points, counts, connects);
     }
+    // A strip of 300 quads with something of every kind the converter reads, large enough for
+    // parallel copies: a full UV set "map1", an RGB colour set "tint", a face tag "top" on
+    // faces 1 and 2, and a set "pins" of points 0 and 5.
+    static KObject makeMeshWithEveryChannel() {
+        const KObject shape = makeQuadStrip(300);
+        KFnMesh fn(shape);
+        KFloatArray u, v;
+        KIntArray ids;
+        for (int i = 0; i < 1200; ++i) {
+            u.append(float(i));
+            v.append(0.5f);
+            ids.append(i);
+        }
+        EXPECT_TRUE(fn.setUVs(u, v));
+        EXPECT_TRUE(fn.assignUVs(KIntArray(300, 4), ids));
+        EXPECT_TRUE(fn.createColorSetDataMesh("tint", false, 3));
+        EXPECT_TRUE(fn.setColors({{1, 0, 0}}));
+        EXPECT_TRUE(fn.assignColors(KIntArray(1200, 0)));
+
+        KFnSingleIndexedComponent faces;
+        const KObject tagged = faces.create(KFn::kMeshPolygonComponent);
+        faces.addElements({1, 2});
+        KFnGeometryData geometry(KFnDependencyNode(shape).findPlug("outMesh", false).asKObject());
+        EXPECT_TRUE(geometry.addComponentTag("top"));
+        EXPECT_TRUE(geometry.setComponentTagContents("top", tagged));
+
+        KFnSingleIndexedComponent points;
+        const KObject pinned = points.create(KFn::kMeshVertComponent);
+        points.addElements({0, 5});
+        KFnDependencyNode fnNode;
+        KDagPath path;
+        KDagPath::getAPathTo(shape, path);
+        EXPECT_TRUE(KFnSet(fnNode.create("objectSet", "pins")).addMember(path, pinned));
+        return shape;
+    }
     static KObject transformOf(const KObject& shape) { return KFnDagNode(shape).parent(0); }
 
     static KPlug worldMesh(const KObject& shape) {
@@ -145,6 +187,23 @@ protected:
         const Orsel::Ptr<Zelvane::Object> property = object.getObject(name);
         const Orsel::String* text = property ? property->get<Orsel::String>(member) : nullptr;
         return text ? text->toStdString() : std::string();
+    }
+    // The shader names recorded on a converted mesh: {surface, displacement}.
+    static std::pair<std::string, std::string> shaderNames(const Zelvane::Object& object) {
+        using namespace Zelvane::Geometry;
+        const auto settings = object.getObject(sRenderSettings);
+        if (!settings) {
+            return {"<no render settings>", ""};
+        }
+        auto nameIn = [&](std::string_view key) -> std::string {
+            const auto references = settings->getArray<Orsel::Ptr<Zelvane::Object>>(key);
+            if (!references || references->size() != 1 || !(*references)[0]) {
+                return "<not one reference>";
+            }
+            const Orsel::String* id = (*references)[0]->get<Orsel::String>(sMaterialReferenceID);
+            return id ? id->toStdString() : "<no id>";
+        };
+        return {nameIn(sMaterialSurface), nameIn(sMaterialDisplacement)};
     }
     static std::vector<std::string> propertyNames(const Zelvane::Object& object) {
         std::vector<std::string> names;

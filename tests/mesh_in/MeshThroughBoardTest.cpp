@@ -9,23 +9,6 @@ namespace {
 namespace Geo = Zelvane::Geometry;
 using Zelvane::Math::float3;
 
-// The shader names recorded on a converted mesh: {surface, displacement}.
-std::pair<std::string, std::string> shaderNames(const Zelvane::Object& object) {
-    const auto settings = object.getObject(Geo::sRenderSettings);
-    if (!settings) {
-        return {"<no render settings>", ""};
-    }
-    auto nameIn = [&](std::string_view key) -> std::string {
-        const auto references = settings->getArray<Orsel::Ptr<Zelvane::Object>>(key);
-        if (!references || references->size() != 1 || !(*references)[0]) {
-            return "<not one reference>";
-        }
-        const Orsel::String* id = (*references)[0]->get<Orsel::String>(Geo::sMaterialReferenceID);
-        return id ? id->toStdString() : "<no id>";
-    };
-    return {nameIn(Geo::sMaterialSurface), nameIn(Geo::sMaterialDisplacement)};
-}
-
 // A mesh shape feeding a board's object port: the executor's input translation hands the
 // graph the converted mesh, with the port's options applied and its materials recorded.
 TEST_F(MeshInput, MeshShapeOnABoardPortArrivesAsAGraphMesh) {

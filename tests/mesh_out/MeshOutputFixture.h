@@ -8,6 +8,7 @@
 #include <kova/KFloatArray.h>
 #include <kova/KFnGeometryData.h>
 #include <kova/KFnMesh.h>
+#include <kova/KFnPluginData.h>
 #include <kova/KFnSingleIndexedComponent.h>
 #include <kova/KIntArray.h>
 #include <kova/KMessageCapture.h>
@@ -192,6 +193,61 @@ protected:
 
     void* library_ = nullptr;
     Converter converter_ = nullptr;
+};
+
+// A "zelvaneGeoToKova" node in the scene, fed with graph objects and evaluated as the host
+// evaluates it.
+class GeoToKovaCompute : public MeshOutput {
+protected:
+    void SetUp() override {
+        MeshOutput::SetUp();
+        KFnDependencyNode fnNode;
+        node_ = fnNode.create("zelvaneGeoToKova");
+        ASSERT_FALSE(node_.isNull());
+    }
+
+    KPlug nodePlug(const char* name) const {
+        return KFnDependencyNode(node_).findPlug(name, false);
+    }
+    // Puts a ZelData holding `objects` on "zelvaneGeo".
+    void feed(const std::vector<Orsel::Ptr<Zelvane::Object>>& objects) const {
+        KFnPluginData fnData;
+        const KObject data = fnData.create(ZelData::id);
+        auto* held = dynamic_cast<ZelData*>(fnData.data());
+        ASSERT_NE(held, nullptr);
+        for (const auto& object : objects) {
+            held->addZelvaneObject(object);
+        }
+        ASSERT_TRUE(nodePlug("zelvaneGeo").setKObject(data));
+    }
+    // Evaluates "kovaMesh"; false when the evaluation failed.
+    bool evaluate() const {
+        KDataHandle value;
+        return static_cast<bool>(nodePlug("kovaMesh").getValue(value));
+    }
+    KObject mesh(unsigned int index) const {
+        return nodePlug("kovaMesh").elementByLogicalIndex(index).asKObject();
+    }
+    unsigned int meshCount() const { return nodePlug("kovaMesh").numElements(); }
+
+    static Orsel::Ptr<Zelvane::Object> shared(ObjectPtr object) {
+        return Orsel::Ptr<Zelvane::Object>(std::move(object));
+    }
+    // A mesh of `triangles` separate triangles.
+    static Orsel::Ptr<Zelvane::Object> triangles(std::uint32_t count) {
+        std::vector<float3> points;
+        std::vector<std::uint32_t> offsets{0}, faceVertices;
+        for (std::uint32_t i = 0; i < 3 * count; ++i) {
+            points.push_back({float(i), float(i % 3 == 2), 0});
+            faceVertices.push_back(i);
+            if (i % 3 == 2) {
+                offsets.push_back(i + 1);
+            }
+        }
+        return shared(meshObject(points, offsets, faceVertices));
+    }
+
+    KObject node_;
 };
 
 } // namespace MeshOutputTest

@@ -145,21 +145,6 @@ TEST_F(PortAdded, AnOutputFedByPathConnectsToTheNodeFound) {
     EXPECT_TRUE(node("zelShapeShape1").isNull()) << "no new shape when one was found";
 }
 
-TEST_F(PortAdded, AFailingAttributeCreationAddsNothing) {
-    KFailureInjection::failNext("KFnGenericAttribute::create");
-    EXPECT_FALSE(
-        ZelvaneBoard::addPort(board_, port("geo", PortDirection::Input, Zelvane::objectType())));
-    EXPECT_FALSE(KFnDependencyNode(board_).hasAttribute("geo"));
-}
-
-TEST_F(PortAdded, AFailingModifierStopsBeforeTheShape) {
-    KFailureInjection::failNext("KDGModifier::doIt");
-    EXPECT_FALSE(ZelvaneBoard::addPort(
-        board_, port("result", PortDirection::Output, Zelvane::objectType())));
-    EXPECT_FALSE(KFnDependencyNode(board_).hasAttribute("result"));
-    EXPECT_TRUE(node("zelShapeShape1").isNull());
-}
-
 TEST_F(PortAdded, ATransformsPortOnADependencyNodeIsHiddenAndUnconnectable) {
     ASSERT_TRUE(
         ZelvaneBoard::addPort(board_, port("xform", PortDirection::Input,

@@ -1,5 +1,6 @@
 #include "detail/Attribute.h"
 #include "detail/Evaluator.h"
+#include "detail/InjectedFailure.h"
 #include "detail/Node.h"
 #include "detail/Report.h"
 
@@ -18,6 +19,9 @@ KArrayDataHandle::KArrayDataHandle(Value* array, std::shared_ptr<Attribute> attr
     : array_(array), attribute_(std::move(attribute)), node_(node), owned_(std::move(owned)) {}
 
 KArrayDataHandle::KArrayDataHandle(const KDataHandle& handle, KStatus* status) {
+    if (kova::detail::injectedFailure("KArrayDataHandle::KArrayDataHandle", status)) {
+        return;
+    }
     Value* value = handle.value();
     if (value == nullptr || value->kind != Value::Kind::Array) {
         report(status, KStatus(KStatus::kInvalidParameter, "the handle holds no array"));

@@ -1,5 +1,6 @@
 #include "detail/Attribute.h"
 #include "detail/Connect.h"
+#include "detail/InjectedFailure.h"
 #include "detail/Node.h"
 #include "detail/NodeCreation.h"
 #include "detail/Report.h"
@@ -89,6 +90,9 @@ bool KFnDependencyNode::hasAttribute(const KString& name, KStatus* status) const
 }
 
 KObject KFnDependencyNode::attribute(const KString& name, KStatus* status) const {
+    if (kova::detail::injectedFailure("KFnDependencyNode::attribute", status)) {
+        return KObject();
+    }
     const Node* node = kova::detail::nodeOf(object_);
     kova::detail::Attribute* a = node ? node->findAttribute(name.view()) : nullptr;
     report(status, a ? KStatus()

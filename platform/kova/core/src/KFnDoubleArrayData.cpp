@@ -1,4 +1,5 @@
 #include "detail/ArrayDataSet.h"
+#include "detail/InjectedFailure.h"
 
 #include <kova/KFnDoubleArrayData.h>
 #include <kova/detail/DoubleArrayData.h>
@@ -6,7 +7,9 @@
 using Set = kova::detail::ArrayDataSet<kova::detail::DoubleArrayData>;
 
 KFnDoubleArrayData::KFnDoubleArrayData(const KObject& data, KStatus* status) {
-    attach(data, status);
+    if (!kova::detail::injectedFailure("KFnDoubleArrayData::KFnDoubleArrayData", status)) {
+        attach(data, status);
+    }
 }
 
 KObject KFnDoubleArrayData::create(const KDoubleArray& values, KStatus* status) {

@@ -1,3 +1,4 @@
+#include "detail/InjectedFailure.h"
 #include "detail/Report.h"
 
 #include <kova/KFailureInjection.h>
@@ -20,7 +21,10 @@ KStatus noComponent() {
 } // namespace
 
 KFnSingleIndexedComponent::KFnSingleIndexedComponent(const KObject& component, KStatus* status) {
-    attach(component, status);
+    if (!kova::detail::injectedFailure("KFnSingleIndexedComponent::KFnSingleIndexedComponent",
+                                       status)) {
+        attach(component, status);
+    }
 }
 
 KObject KFnSingleIndexedComponent::create(KFn::Type type, KStatus* status) {

@@ -1,4 +1,5 @@
 #include "detail/ArrayDataSet.h"
+#include "detail/InjectedFailure.h"
 
 #include <kova/KFnVectorArrayData.h>
 #include <kova/detail/VectorArrayData.h>
@@ -6,7 +7,9 @@
 using Set = kova::detail::ArrayDataSet<kova::detail::VectorArrayData>;
 
 KFnVectorArrayData::KFnVectorArrayData(const KObject& data, KStatus* status) {
-    attach(data, status);
+    if (!kova::detail::injectedFailure("KFnVectorArrayData::KFnVectorArrayData", status)) {
+        attach(data, status);
+    }
 }
 
 KObject KFnVectorArrayData::create(const KVectorArray& values, KStatus* status) {

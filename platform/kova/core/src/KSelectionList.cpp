@@ -1,4 +1,5 @@
 #include "detail/Dag.h"
+#include "detail/InjectedFailure.h"
 #include "detail/Node.h"
 #include "detail/PlugParser.h"
 #include "detail/Report.h"
@@ -70,6 +71,9 @@ KStatus KSelectionList::add(const KObject& node) {
 }
 
 KStatus KSelectionList::add(const KDagPath& path, const KObject& component) {
+    if (KStatus status; kova::detail::injectedFailure("KSelectionList::add", &status)) {
+        return status;
+    }
     if (!path.isValid()) {
         return KStatus(KStatus::kInvalidParameter, "invalid DAG path");
     }
@@ -102,6 +106,9 @@ KStatus KSelectionList::remove(unsigned int index) {
 }
 
 KStatus KSelectionList::getDependNode(unsigned int index, KObject& node) const {
+    if (KStatus status; kova::detail::injectedFailure("KSelectionList::getDependNode", &status)) {
+        return status;
+    }
     if (index >= items_.size()) {
         return outOfRange();
     }
