@@ -165,6 +165,12 @@ bool runRoundTrip(const std::vector<std::string>& inputs, const RigOptions& opti
         trip.stageMillis.emplace_back("import " + input, millisSince(start));
     }
 
+    if (trip.imported.meshShapes.empty() && trip.imported.curveShapes.empty()) {
+        error = inputs.size() == 1 ? "'" + inputs.front() + "' holds no meshes or curves"
+                                   : "the inputs hold no meshes or curves";
+        return false;
+    }
+
     progress.stage("translating into the graph");
     TranslationRig rig;
     auto start = Clock::now();

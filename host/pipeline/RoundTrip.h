@@ -27,7 +27,8 @@ std::string transformName(const KObject& shape);
 
 // Imports `inputs` into the current scene (the plug-in must be bound), builds a translation
 // rig over every mesh and curve and translates them; with `writeBack` the graph's results
-// come back as host meshes too. False with a one-line `error` on failure.
+// come back as host meshes too. False with a one-line `error` on failure, and when the inputs
+// hold no mesh and no curve (an empty or broken file a reader made nothing of).
 bool runRoundTrip(const std::vector<std::string>& inputs, const RigOptions& options, bool writeBack,
                   RoundTrip& trip, std::string& error);
 

@@ -207,8 +207,8 @@ std::string plugText(const std::string& plugName, std::string& error) {
     }
     KDataHandle handle;
     if (!plug.isArray()) {
-        if (!plug.getValue(handle)) {
-            error = fmt::format("{} did not evaluate", plugName);
+        if (const KStatus status = plug.getValue(handle); !status) {
+            error = fmt::format("{} did not evaluate: {}", plugName, status.errorString().str());
             return {};
         }
         switch (handle.type()) {

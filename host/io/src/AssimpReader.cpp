@@ -1,3 +1,4 @@
+#include "MemoryBudget.h"
 #include "ValueTable.h"
 
 #include <assimp/Importer.hpp>
@@ -10,6 +11,7 @@
 #include <kova_io/FileText.h>
 #include <map>
 #include <memory>
+#include <new>
 
 namespace KovaIo {
 
@@ -247,10 +249,23 @@ std::string oneLine(std::string text) {
 KStatus readWithAssimp(const std::string& path, bool weld, SceneData& scene) {
     scene = SceneData();
     Assimp::Importer importer;
-    // No post-processing: the data is taken as the file has it, and checked here.
-    const aiScene* read = importer.ReadFile(path, 0);
+    std::error_code sizeError;
+    const std::uintmax_t fileBytes = std::filesystem::file_size(path, sizeError);
+    const aiScene* read = nullptr;
+    {
+        // Assimp's readers size arrays by the counts files declare: a count beyond what the
+        // file can hold fails to allocate instead of taking the memory.
+        const MemoryBudget budget(MemoryBudget::forFile(sizeError ? 0 : fileBytes));
+        // No post-processing: the data is taken as the file has it, and checked here.
+        read = importer.ReadFile(path, 0);
+    }
     if (read == nullptr) {
-        return ioFailure("cannot read '" + path + "': " + oneLine(importer.GetErrorString()));
+        const std::string reason = importer.GetErrorString();
+        return ioFailure(
+            "cannot read '" + path + "': " +
+            (reason == std::bad_alloc().what()
+                 ? "it declares more data than its " + std::to_string(fileBytes) + " bytes can hold"
+                 : oneLine(reason)));
     }
     if (read->mRootNode == nullptr) {
         return ioFailure("cannot read '" + path + "': the file holds no scene");

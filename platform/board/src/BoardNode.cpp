@@ -9,6 +9,7 @@
 #include <kova/KFnPlugin.h>
 #include <kova/KGlobal.h>
 #include <kova/KPlug.h>
+#include <kova/detail/Guarded.h>
 #include <zeldata/ZelData.h>
 #include <zelvane/Object.h>
 
@@ -84,7 +85,13 @@ void BoardNode::evaluateGraph(KDataBlock& block) {
         Orsel::Value value;
         const HostPortContext context{
             &hostPlug, &block, port.metadata.empty() ? nullptr : &port.metadata, &value, nullptr};
-        if (translation->translateInputValue(port.type, value, context) && !value.empty()) {
+        if (!translation->translateInputValue(port.type, value, context)) {
+            // The translation that lists the port's type has failed it: the graph runs
+            // without this input.
+            KGlobal::displayWarning(KString("Board '" + name().str() + "': input '" +
+                                            std::string(std::string_view(port.name)) +
+                                            "' could not be translated"));
+        } else if (!value.empty()) {
             inputs.emplace(std::string(std::string_view(port.name)), std::move(value));
         }
     }
@@ -113,10 +120,12 @@ void BoardNode::evaluateGraph(KDataBlock& block) {
                                  : Orsel::Value::fromClass(port.type, Orsel::Ptr<Orsel::Class>());
         const HostPortContext context{
             &hostPlug, &block, port.metadata.empty() ? nullptr : &port.metadata, &value, nullptr};
-        if (objects) {
-            translation->translateOutputValue(value, context);
-        } else {
-            translation->translateOutputData(value, context);
+        const bool written = objects ? translation->translateOutputValue(value, context)
+                                     : translation->translateOutputData(value, context);
+        if (!written) {
+            KGlobal::displayWarning(KString("Board '" + name().str() + "': output '" +
+                                            std::string(std::string_view(port.name)) +
+                                            "' could not be written back"));
         }
     }
 }
@@ -183,7 +192,18 @@ bool addPort(const KObject& board, const PortDescription& port) {
     if (!translation) {
         return false;
     }
-    return translation->portAdded(board, port.name, port.direction, port.type, port.metadata);
+    bool added = false;
+    kova::detail::runGuarded(
+        [&] {
+            added =
+                translation->portAdded(board, port.name, port.direction, port.type, port.metadata);
+        },
+        [&] {
+            return KString("The translation adding port '" +
+                           std::string(std::string_view(port.name)) + "' to board '" +
+                           node->name().str() + "'");
+        });
+    return added;
 }
 
 KStatus evaluate(const KObject& board) {

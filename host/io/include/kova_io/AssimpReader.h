@@ -17,6 +17,9 @@ namespace KovaIo {
 // (bit for bit) share one point, while normals, UVs (sets "map1", "map2", ...) and colours
 // ("colorSet1", ... RGBA) stay per face-vertex, each as a table of distinct values plus ids.
 // Without `weld` every Assimp vertex stays a point of its own.
+// Reading takes at most a memory budget tied to the file's size (256 MiB plus 64 bytes per
+// byte of the file): a file that declares more elements than it holds is refused, as Assimp's
+// readers would otherwise allocate whatever it declares.
 // On failure the status carries Assimp's reason in one line and `scene` is empty.
 KStatus readWithAssimp(const std::string& path, bool weld, SceneData& scene);
 

@@ -22,6 +22,10 @@ namespace ZelvaneBoard {
 // "evaluation" ("ev") is read after the static input "generation" ("gen") changed, which is
 // what evaluate() does; "evaluation" then holds the generation evaluated. Different boards may
 // be evaluated on different threads at once.
+//
+// A port whose translation fails is reported as a warning: the graph runs without that input,
+// and that output keeps its old value. A translation that throws fails the whole evaluation,
+// which the host reports.
 class BOARD_API BoardNode : public KPxNode {
 public:
     static constexpr const char* kTypeName = "zelvaneBoard";
@@ -61,7 +65,8 @@ BOARD_API KStatus deregisterBoardTypes(const KObject& plugin);
 
 // Adds a port to the graph of `board` and lets the bound translation that supports the
 // port's type create the host attribute for it. Returns whether a host attribute was made:
-// false for a duplicate port name, a type no translation supports, or a failing host call.
+// false for a duplicate port name, a type no translation supports, or a failing host call or
+// translation (a translation that throws is reported through the host's messages).
 BOARD_API bool addPort(const KObject& board, const PortDescription& port);
 
 // Evaluates the graph of `board` now (even when nothing changed) and returns whether the

@@ -1,4 +1,3 @@
-#include "detail/Guarded.h"
 #include "detail/NodeType.h"
 #include "detail/NodeTypeFactory.h"
 #include "detail/PluginRecord.h"
@@ -10,6 +9,7 @@
 #include <kova/KApiVersion.h>
 #include <kova/KFailureInjection.h>
 #include <kova/KFnPlugin.h>
+#include <kova/detail/Guarded.h>
 
 using kova::detail::PluginRecord;
 using kova::detail::report;

@@ -1,4 +1,3 @@
-#include "detail/Guarded.h"
 #include "detail/Node.h"
 #include "detail/NodeType.h"
 #include "detail/PluginRecord.h"
@@ -12,6 +11,7 @@
 #include <kova/KFailureInjection.h>
 #include <kova/KMessageSink.h>
 #include <kova/KPluginLoader.h>
+#include <kova/detail/Guarded.h>
 #include <kova/signing/VerifyPlugin.h>
 
 using kova::detail::PluginRecord;

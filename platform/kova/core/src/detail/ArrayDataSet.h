@@ -4,6 +4,7 @@
 
 #include <kova/KFailureInjection.h>
 #include <kova/KObject.h>
+#include <kova/KString.h>
 #include <kova/detail/Entity.h>
 #include <memory>
 

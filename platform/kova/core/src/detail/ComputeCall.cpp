@@ -3,11 +3,11 @@
 #include "detail/Attribute.h"
 #include "detail/DagCompute.h"
 #include "detail/Evaluator.h"
-#include "detail/Guarded.h"
 #include "detail/Node.h"
 
 #include <kova/KDataBlock.h>
 #include <kova/KPlug.h>
+#include <kova/detail/Guarded.h>
 
 namespace kova::detail {
 

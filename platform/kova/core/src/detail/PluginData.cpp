@@ -1,5 +1,4 @@
-#include "detail/Guarded.h"
-
+#include <kova/detail/Guarded.h>
 #include <kova/detail/PluginData.h>
 
 namespace kova::detail {

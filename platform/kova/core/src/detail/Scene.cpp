@@ -1,12 +1,12 @@
 #include "detail/Scene.h"
 
 #include "detail/Connect.h"
-#include "detail/Guarded.h"
 #include "detail/Node.h"
 #include "detail/TypeRegistry.h"
 
 #include <algorithm>
 #include <cctype>
+#include <kova/detail/Guarded.h>
 
 namespace kova::detail {
 

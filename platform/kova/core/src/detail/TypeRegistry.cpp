@@ -2,10 +2,10 @@
 
 #include "builtin/BuiltInTypes.h"
 #include "detail/Attribute.h"
-#include "detail/Guarded.h"
 #include "detail/NodeType.h"
 
 #include <algorithm>
+#include <kova/detail/Guarded.h>
 #include <mutex>
 
 namespace kova::detail {
