@@ -35,10 +35,12 @@ int mapNumber(const std::string& digits) {
 }
 
 void nameUVSets(std::vector<UVSetRecord>& sets) {
-    int maximum = 0;
+    // Wider than the numbers parsed: the sets numbered on past "map2147483647" count on.
+    long long maximum = 0;
     for (const UVSetRecord& set : sets) {
         if (set.name.view().starts_with(kMapPrefix)) {
-            maximum = std::max(maximum, mapNumber(set.name.str().substr(kMapPrefix.size())));
+            maximum =
+                std::max<long long>(maximum, mapNumber(set.name.str().substr(kMapPrefix.size())));
         }
     }
     for (UVSetRecord& set : sets) {

@@ -51,21 +51,20 @@ void writeObjects(const Orsel::Value& value, KDataHandle& handle) {
                                  : Orsel::Ptr<Zelvane::Object>(Zelvane::createObject()));
         return;
     }
-    const Orsel::Ptr<Orsel::Array<Orsel::Ptr<Orsel::Class>>> objects = value.getOpaqueArray();
-    if (!objects || objects->empty()) {
-        if (!zelDataOf(handle)) {
-            addObject(handle, nullptr); // readers downstream always find a ZelData
+    if (const Orsel::Ptr<Orsel::Array<Orsel::Ptr<Orsel::Class>>> objects = value.getOpaqueArray()) {
+        for (const Orsel::Ptr<Orsel::Class>& entry : *objects) {
+            auto object = Orsel::dynamicPtrCast<Zelvane::Object>(entry);
+            if (!object) {
+                continue; // null entries stand for absent objects
+            }
+            if (!addObject(handle, std::move(object))) {
+                return;
+            }
         }
-        return;
     }
-    for (const Orsel::Ptr<Orsel::Class>& entry : *objects) {
-        auto object = Orsel::dynamicPtrCast<Zelvane::Object>(entry);
-        if (!object) {
-            continue; // null entries stand for absent objects
-        }
-        if (!addObject(handle, std::move(object))) {
-            break;
-        }
+    // An empty array, or one of absent objects only: readers downstream still find a ZelData.
+    if (!zelDataOf(handle)) {
+        addObject(handle, nullptr);
     }
 }
 

@@ -44,6 +44,15 @@ TEST_F(MeshOutput, UVSetsKeepHostNamesAndUnnamedOnesNumberOnFromTheHighestMap) {
     EXPECT_EQ(faceVertexUVs(data, "map8"), expectedUVs(200));
 }
 
+TEST_F(MeshOutput, UnnamedUVSetsNumberOnPastTheLargestIntMap) {
+    ObjectPtr mesh = ngonObject();
+    addUVs(*mesh, uvName(0), "map2147483647", 0);
+    addUVs(*mesh, uvName(1), nullptr, 100);
+    const KObject data = convert(*mesh);
+    EXPECT_EQ(uvSetNames(data), (KStringArray{"map1", "map2147483647", "map2147483648"}));
+    EXPECT_EQ(faceVertexUVs(data, "map2147483648"), expectedUVs(100));
+}
+
 TEST_F(MeshOutput, ASingleUnnamedUVSetFillsTheExistingMap1) {
     ObjectPtr mesh = ngonObject();
     addUVs(*mesh, uvName(0), nullptr, 5);

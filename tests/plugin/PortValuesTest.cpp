@@ -226,6 +226,21 @@ TEST_F(BoardScene, EmptyArrayResultGivesAnEmptyZelData) {
     EXPECT_TRUE(out->empty());
 }
 
+TEST_F(BoardScene, ArrayResultOfNullEntriesOnlyGivesAnEmptyZelData) {
+    ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
+    setBody([](const PortValues&) {
+        auto entries = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
+        entries->push_back(Orsel::Ptr<Orsel::Class>());
+        entries->push_back(Orsel::Ptr<Orsel::Class>());
+        return PortValues{
+            {"out", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(entries))}};
+    });
+    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const ZelData* out = outputObjects("out");
+    ASSERT_NE(out, nullptr);
+    EXPECT_TRUE(out->empty());
+}
+
 TEST_F(BoardScene, NullSingleResultGivesOneEmptyObject) {
     ASSERT_TRUE(addPort("out", PortDirection::Output, Zelvane::objectType()));
     setBody([](const PortValues&) { return PortValues{}; });

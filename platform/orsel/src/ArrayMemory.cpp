@@ -3,7 +3,14 @@
 #include <new>
 #include <orsel/ArrayMemory.h>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+// GCC names sanitizer builds with macros, clang (before 17) only through __has_feature.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ORSEL_SANITIZER_BUILD 1
+#endif
+#endif
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(ORSEL_SANITIZER_BUILD)
 #define ORSEL_ARRAYS_USE_OPERATOR_NEW 1
 #else
 #define ORSEL_ARRAYS_USE_OPERATOR_NEW 0
