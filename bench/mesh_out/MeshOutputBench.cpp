@@ -7,6 +7,7 @@
 // ratios of the conversions to their limits.
 
 #include "QuadGrid.h"
+#include "bench/common/AllocatorCaches.h"
 #include "bench/common/CopyLimits.h"
 
 #include <benchmark/benchmark.h>
@@ -20,12 +21,9 @@
 #include <kova/KPlug.h>
 #include <kova/KPluginLoader.h>
 #include <kova/KScene.h>
-#include <malloc.h>
 #include <map>
 #include <mesh_in/MeshOptions.h>
 #include <mesh_out/ZelvaneMeshToKova.h>
-#include <oneapi/tbb/scalable_allocator.h>
-#include <orsel/ArrayMemory.h>
 #include <string>
 #include <sys/mman.h>
 #include <vector>
@@ -53,13 +51,6 @@ const QuadGrid& grid(std::uint32_t side) {
     return found->second;
 }
 
-// Hands every cached free block back to the system, so that the next run maps fresh memory.
-void dropAllocatorCaches() {
-    Orsel::ArrayMemory::releaseCached();
-    scalable_allocation_command(TBBMALLOC_CLEAN_ALL_BUFFERS, nullptr);
-    malloc_trim(0);
-}
-
 void setBytes(benchmark::State& state, const QuadGrid& mesh) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * mesh.bytes));
 }
@@ -73,7 +64,7 @@ void toHost(benchmark::State& state, std::uint32_t side, bool cold) {
     for (auto _ : state) {
         if (cold) {
             state.PauseTiming();
-            dropAllocatorCaches();
+            bench::dropAllocatorCaches();
             state.ResumeTiming();
         }
         KObject data = toKova(*mesh.object, options);
@@ -114,7 +105,7 @@ void roundTrip(benchmark::State& state, std::uint32_t side, bool cold) {
     for (auto _ : state) {
         if (cold) {
             state.PauseTiming();
-            dropAllocatorCaches();
+            bench::dropAllocatorCaches();
             state.ResumeTiming();
         }
         plug.setKObject(toKova(*mesh.object, options));
