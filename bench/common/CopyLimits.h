@@ -44,7 +44,8 @@ inline void freshCopy(benchmark::State& state, std::size_t bytes, bool hugePages
         auto* aligned = reinterpret_cast<char*>(
             (reinterpret_cast<std::uintptr_t>(block) + kHuge - 1) & ~(kHuge - 1));
         if (hugePages) {
-            madvise(aligned, bytes & ~(kHuge - 1), MADV_HUGEPAGE);
+            // The whole huge pages the copy touches, its tail included: the best first touch.
+            madvise(aligned, (bytes + kHuge - 1) & ~(kHuge - 1), MADV_HUGEPAGE);
         }
         std::memcpy(aligned, from.data(), bytes);
         benchmark::DoNotOptimize(aligned);

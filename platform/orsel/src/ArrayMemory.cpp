@@ -49,16 +49,11 @@ void configureAllocator() noexcept {
     (void)configured;
 }
 
-// Asks for transparent huge pages on the whole 2 MiB pages inside the block.
-void adviseHugePages(void* block, std::size_t bytes) noexcept {
-    const auto begin = reinterpret_cast<std::uintptr_t>(block);
-    const std::uintptr_t mask = ArrayMemory::kHugePageBytes - 1;
-    const std::uintptr_t first = (begin + mask) & ~mask;
-    const std::uintptr_t last = (begin + bytes) & ~mask;
-    if (last > first) {
-        // Advice only: a kernel without THP support leaves ordinary pages, which still work.
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
-    }
+// Big blocks span whole huge pages: a tail left to ordinary pages would cost one fault per
+// 4 KiB, up to 512 of them, more than zeroing the rest of its huge page.
+std::size_t wholeHugePages(std::size_t bytes) noexcept {
+    const std::size_t mask = ArrayMemory::kHugePageBytes - 1;
+    return bytes > ~mask ? bytes : (bytes + mask) & ~mask;
 }
 
 #endif
@@ -73,12 +68,14 @@ void* allocate(std::size_t bytes) {
 #else
     configureAllocator();
     const bool huge = bytes >= kHugePageBytes;
-    void* block = scalable_aligned_malloc(bytes, huge ? kHugePageBytes : kAlignment);
+    const std::size_t reserved = huge ? wholeHugePages(bytes) : bytes;
+    void* block = scalable_aligned_malloc(reserved, huge ? kHugePageBytes : kAlignment);
     if (!block) {
         throw std::bad_alloc();
     }
     if (huge) {
-        adviseHugePages(block, bytes);
+        // Advice only: a kernel without THP support leaves ordinary pages, which still work.
+        madvise(block, reserved, MADV_HUGEPAGE);
     }
 #endif
     countAllocation(bytes);

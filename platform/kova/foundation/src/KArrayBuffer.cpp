@@ -41,14 +41,11 @@ void requestHugePages() {
     (void)requested;
 }
 
-void adviseHugePages(void* buffer, std::size_t bytes) {
-    const auto begin = reinterpret_cast<std::uintptr_t>(buffer);
-    const std::uintptr_t first = (begin + kHugePage - 1) & ~(kHugePage - 1);
-    const std::uintptr_t last = (begin + bytes) & ~(kHugePage - 1);
-    if (last > first) {
-        // Advice only: without transparent huge pages the ordinary pages still work.
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
-    }
+// Huge buffers span whole huge pages: a tail left to ordinary pages would cost one fault per
+// 4 KiB, up to 512 of them, more than zeroing the rest of its huge page.
+std::size_t wholeHugePages(std::size_t bytes) {
+    const std::size_t mask = kHugePage - 1;
+    return bytes > ~mask ? bytes : (bytes + mask) & ~mask;
 }
 
 } // namespace
@@ -62,9 +59,11 @@ void* allocateBlock(std::size_t bytes) {
     if (kUseScalableAllocator && bytes >= kBigBuffer) {
         requestHugePages();
         const bool huge = bytes >= kHugePage;
-        void* buffer = scalable_aligned_malloc(bytes, huge ? kHugePage : kAlignment);
+        const std::size_t reserved = huge ? wholeHugePages(bytes) : bytes;
+        void* buffer = scalable_aligned_malloc(reserved, huge ? kHugePage : kAlignment);
         if (buffer != nullptr && huge) {
-            adviseHugePages(buffer, bytes);
+            // Advice only: without transparent huge pages the ordinary pages still work.
+            madvise(buffer, reserved, MADV_HUGEPAGE);
         }
         return buffer;
     }

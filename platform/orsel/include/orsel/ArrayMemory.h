@@ -11,7 +11,8 @@ namespace Orsel {
 /// Buffers are aligned to at least 64 bytes and come from oneTBB's scalable allocator. First touch
 /// of fresh memory costs about 10 µs per 4 KiB page on the machines this runs on, some 40 times the
 /// cost of the copy that follows, so big buffers are treated specially:
-/// - blocks of at least `kHugePageBytes` are aligned to 2 MiB and advised for transparent huge
+/// - blocks of at least `kHugePageBytes` are aligned to 2 MiB, rounded up to whole 2 MiB pages
+///   (a tail of ordinary pages would cost up to 512 faults) and advised for transparent huge
 ///   pages (`madvise(MADV_HUGEPAGE)`, which also works when the kernel's THP mode is
 ///   "madvise"); huge pages are requested from the allocator as well, once per process;
 /// - freed blocks of at least `kCachedBlockBytes` are kept by the allocator for reuse, so
