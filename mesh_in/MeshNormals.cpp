@@ -24,8 +24,8 @@ void addPointNormals(MeshConversion& conversion) {
     FillableArray<float3> normals = makeFillableArray<float3>();
     conversion.object.set(sPointNormal, createGeoProperty(sPointComp, normals.shared));
     conversion.waitForCoreArrays();
-    // Host normals are not read: point normals always follow the converted geometry, weighted
-    // by face area and corner angle.
+    // Host normals are not read: point normals always follow the converted geometry, each the
+    // sum of its faces' vector areas scaled to unit length.
     conversion.groupB.run([normals, mesh = conversion.temporaryMesh(),
                            points = conversion.pointCount] {
         MeshScope taskScope("compute v normals");

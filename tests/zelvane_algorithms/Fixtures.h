@@ -3,11 +3,13 @@
 // Small geometry objects for the algorithm tests, built either through the geometry
 // library's checked constructors or raw (properties set as given, to feed broken layouts).
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <orsel/Array.h>
 #include <orsel/Ptr.h>
+#include <random>
 #include <vector>
 #include <zelvane/Object.h>
 #include <zelvane/geometry/ElementCount.h>
@@ -96,6 +98,52 @@ inline std::vector<Orsel::Ptr<Zelvane::Object>> brokenMeshes() {
         broken.push_back(std::move(*object));
     }
     return broken;
+}
+
+// A grid of `columns` x `rows` quads over (columns + 1) x (rows + 1) points in row order, with
+// heights of 0 or 1 in an irregular pattern, so that the face vector areas are multiples of
+// 1/2 and their sums are exact in single precision.
+inline Orsel::Ptr<Zelvane::Object> bumpyGrid(std::uint32_t columns, std::uint32_t rows) {
+    const std::uint32_t side = columns + 1;
+    std::vector<float3> positions;
+    for (std::uint32_t y = 0; y <= rows; ++y) {
+        for (std::uint32_t x = 0; x <= columns; ++x) {
+            positions.push_back({float(x), float(y), float((x * 7 + y * 3) % 5 == 0)});
+        }
+    }
+    std::vector<std::uint32_t> offsets{0};
+    std::vector<std::uint32_t> faceVertices;
+    for (std::uint32_t y = 0; y < rows; ++y) {
+        for (std::uint32_t x = 0; x < columns; ++x) {
+            const std::uint32_t p = y * side + x;
+            faceVertices.insert(faceVertices.end(), {p, p + 1, p + side + 1, p + side});
+            offsets.push_back(static_cast<std::uint32_t>(faceVertices.size()));
+        }
+    }
+    return mesh(positions, offsets, faceVertices);
+}
+
+// `source` with its faces in a fixed pseudo-random order (each face keeps its corner order),
+// so that consecutive faces use points from all over the mesh.
+inline Orsel::Ptr<Zelvane::Object> shuffledFaces(const Zelvane::Object& source) {
+    namespace G = Zelvane::Geometry;
+    const auto& offsets = *source.getArray<std::uint32_t>(G::sFaceOffset);
+    const auto& corners = *source.getArray<std::uint32_t>(G::sFaceVertex);
+    std::vector<std::uint32_t> order(offsets.size() - 1);
+    for (std::uint32_t face = 0; face < order.size(); ++face) {
+        order[face] = face;
+    }
+    std::mt19937 random(11);
+    std::shuffle(order.begin(), order.end(), random);
+    std::vector<std::uint32_t> newOffsets{0};
+    std::vector<std::uint32_t> newCorners;
+    for (std::uint32_t face : order) {
+        newCorners.insert(newCorners.end(), corners.begin() + offsets[face],
+                          corners.begin() + offsets[face + 1]);
+        newOffsets.push_back(static_cast<std::uint32_t>(newCorners.size()));
+    }
+    const auto& positions = *source.getArray<float3>(G::sPointPosition);
+    return mesh(values(positions), newOffsets, newCorners);
 }
 
 inline Orsel::Ptr<Zelvane::Object> strands(const std::vector<float3>& positions,

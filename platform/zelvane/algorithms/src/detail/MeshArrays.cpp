@@ -7,7 +7,7 @@
 
 namespace Zelvane::GeometryAlgorithms::detail {
 
-bool readMeshArrays(const Object& mesh, MeshArrays& out) {
+bool readMeshLayout(const Object& mesh, MeshArrays& out) {
     out.positionArray = mesh.getArray<Math::float3>(Geometry::sPointPosition);
     out.faceOffsetArray = mesh.getArray<std::uint32_t>(Geometry::sFaceOffset);
     out.faceVertexArray = mesh.getArray<std::uint32_t>(Geometry::sFaceVertex);
@@ -19,8 +19,11 @@ bool readMeshArrays(const Object& mesh, MeshArrays& out) {
         Geometry::getElementCount(mesh, Geometry::sPointComp) == out.pointCount() &&
         Geometry::getElementCount(mesh, Geometry::sFaceComp) == out.faceCount() &&
         Geometry::getElementCount(mesh, Geometry::sFaceVertexComp) == out.faceVertexCount();
-    return countsMatch && isPrefixSum(out.faceOffsets(), out.faceVertexCount()) &&
-           allBelow(out.faceVertices(), out.pointCount());
+    return countsMatch && isPrefixSum(out.faceOffsets(), out.faceVertexCount());
+}
+
+bool readMeshArrays(const Object& mesh, MeshArrays& out) {
+    return readMeshLayout(mesh, out) && allBelow(out.faceVertices(), out.pointCount());
 }
 
 } // namespace Zelvane::GeometryAlgorithms::detail

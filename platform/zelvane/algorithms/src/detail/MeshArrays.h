@@ -10,9 +10,9 @@
 
 namespace Zelvane::GeometryAlgorithms::detail {
 
-// The layout arrays of a mesh that passed `readMeshArrays`: offsets form a prefix sum of the
-// face-vertex count and every face-vertex names an existing point. Holds the arrays, so the
-// spans stay valid as long as this does.
+// The layout arrays of a mesh that passed `readMeshLayout` (offsets form a prefix sum of the
+// face-vertex count) or `readMeshArrays` (and every face-vertex names an existing point).
+// Holds the arrays, so the spans stay valid as long as this does.
 struct MeshArrays {
     Orsel::Ptr<Orsel::Array<Math::float3>> positionArray;
     Orsel::Ptr<Orsel::Array<std::uint32_t>> faceOffsetArray;
@@ -26,10 +26,14 @@ struct MeshArrays {
     std::size_t faceVertexCount() const noexcept { return faceVertexArray->size(); }
 };
 
-// Reads and checks the mesh layout of `mesh`: positions, face offsets and face-vertices
-// present with their element types, element counts equal to the array sizes, offsets a prefix
-// sum of the face-vertex count, face-vertices below the point count. False when any of this
-// fails (`out` is then unspecified).
+// Reads and checks the mesh layout of `mesh` but for the point indices of the face-vertices:
+// positions, face offsets and face-vertices present with their element types, element counts
+// equal to the array sizes, offsets a prefix sum of the face-vertex count. False when any of
+// this fails (`out` is then unspecified). For callers that check the indices on a pass of
+// their own.
+bool readMeshLayout(const Object& mesh, MeshArrays& out);
+
+// `readMeshLayout`, and every face-vertex below the point count.
 bool readMeshArrays(const Object& mesh, MeshArrays& out);
 
 } // namespace Zelvane::GeometryAlgorithms::detail

@@ -16,30 +16,37 @@ namespace Zelvane::GeometryAlgorithms {
 /// those arrays. Anything else is rejected: the result is false and `normals` is left empty.
 /// No array is read outside its bounds during the check.
 ///
-/// Every face contributes a vector to each of its corners; a point's normal is the sum of the
-/// contributions at its corners, scaled to unit length. A face's direction is its Newell
-/// normal (its vector area, which is the exact normal of a planar polygon and the best-fit
-/// normal of a non-planar one), so n-gons, concave and non-planar faces need no
-/// triangulation. The contribution of a face at a corner is its unit normal times
-///   - the face's area (the length of its vector area) when `weightByArea` is set;
-///   - the interior angle of the corner in radians (measured in 0..2*pi, so a reflex corner
-///     of a concave face weighs more than pi) when `weightByAngle` is set;
-///   - the product of both when both are set; 1 when neither is set (unit face normals are
-///     averaged).
-/// A face of zero area (fewer than three corners, coincident or collinear points) contributes
-/// nothing. A point that no face uses, or whose contributions cancel out, gets (0, 0, 0).
-/// Face geometry is computed in double precision, so tiny faces keep their direction; the
-/// per-corner contributions are kept in single precision, so with area weighting a face whose
-/// area underflows a float (below about 1e-38) counts as degenerate. Positions that are not
-/// finite give unspecified normals at the points of their faces.
+/// Every face contributes one vector to each of its corners: its vector area (Newell's vector,
+/// half the sum of the cross products of consecutive corners, which is the exact area normal
+/// of a planar polygon and the best-fit one of a non-planar polygon) when `weightByArea` is
+/// set, its unit normal (the vector area scaled to length 1) when not. N-gons, concave and
+/// non-planar faces need no triangulation. A face whose vector area is zero (fewer than three
+/// corners, coincident or collinear points) contributes nothing. A point's sum is the sum of
+/// the contributions at its corners (a face that uses a point twice counts twice). When
+/// `normalize` is set the sum is scaled to unit length, and a point whose sum is zero (no face
+/// uses it, or its contributions cancel out) gets (0, 0, 0); when not, the sum itself is the
+/// result: with area weighting the summed vector areas of the point's faces, without it the
+/// summed unit normals. The mesh converter asks for (true, true): area-weighted unit normals.
+///
+/// Precision: vector areas are computed in double precision and rounded to single precision
+/// once, so when weighted by area a face whose vector area underflows a float (below about
+/// 1e-38) counts as degenerate, and one whose area overflows it (above about 3e38) gives
+/// unspecified results at its points, as do positions that are not finite. Sums are kept in
+/// single precision. Unit lengths are taken in single precision, or in double precision when
+/// the squared length of a sum is not a normal float, so tiny sums keep their direction.
 ///
 /// On success `normals` holds exactly one entry per point (resized as needed) and the result is
 /// true. Runs in parallel with oneTBB; the result is bit-identical whatever the number of
-/// threads (every point sums its contributions in ascending face-vertex order). Scratch
-/// memory, each allocated once per call: the contributions (one float3 per face-vertex) and a
-/// point-to-face-vertex table (see `FaceVertexAdjacency`) with the counters that build it.
+/// threads. The faces are cut into chunks of consecutive faces by face-vertex count alone;
+/// each chunk sums its contributions per point in face order into an accumulator spanning the
+/// point indices it uses, and each point then adds up the accumulators covering it in chunk
+/// order. When those accumulators would hold more entries than the mesh has face-vertices
+/// (points badly ordered against faces), the contributions are stored per face-vertex instead
+/// and each point adds up its own in ascending face-vertex order. Scratch memory is allocated
+/// once per call: the accumulators (at most one float3 per face-vertex), or the per-face-vertex
+/// contributions and a point-to-face-vertex table (see `FaceVertexAdjacency`).
 ZELVANE_ALGORITHMS_API bool computeMeshVertexNormals(const Object& mesh, bool weightByArea,
-                                                     bool weightByAngle,
+                                                     bool normalize,
                                                      Orsel::Array<Math::float3>& normals);
 
 } // namespace Zelvane::GeometryAlgorithms
