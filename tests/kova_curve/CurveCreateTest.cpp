@@ -151,4 +151,21 @@ TEST_F(CurveCreateTest, SetCVsReplacesThePointsAndKeepsTheCurveValid) {
     EXPECT_EQ(cv, KPoint(2, 4, 0, 2));
 }
 
+TEST_F(CurveCreateTest, ReadersSeeEditsMadeThroughAnotherFunctionSet) {
+    KFnNurbsCurve reader;
+    const KObject data = curveData(reader, {{0, 0, 0}, {3, 0, 0}}, {0, 1}, 1);
+    ASSERT_DOUBLE_EQ(reader.length(), 3.0);
+    KFnNurbsCurve writer(data);
+    ASSERT_TRUE(writer.setCVs(points({{0, 0, 0}, {0, 5, 0}})));
+    EXPECT_DOUBLE_EQ(reader.length(), 5.0);
+    EXPECT_DOUBLE_EQ(reader.findParamFromLength(2.5), 0.5);
+    KPoint point;
+    ASSERT_TRUE(reader.getPointAtParam(1.0, point));
+    EXPECT_EQ(point, KPoint(0, 5, 0));
+    writer.create(points({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}), array({0, 1, 2}), 1,
+                  KFnNurbsCurve::kOpen, false, false, data);
+    EXPECT_EQ(reader.numCVs(), 3);
+    EXPECT_DOUBLE_EQ(reader.length(), 2.0);
+}
+
 } // namespace

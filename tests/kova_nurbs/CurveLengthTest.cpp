@@ -34,6 +34,19 @@ TEST(CurveLength, RationalLinearSegmentsAreMeasuredExactly) {
     EXPECT_NEAR(segment.paramFromLength(8.0, 1e-3), 0.5, 1e-14);
 }
 
+TEST(CurveLength, ACurveThatDoublesBackKeepsItsLengthsAcrossTheTurn) {
+    // Out along x and back: C(t) = (4t - 4t^2, 0, 0), whose speed |4 - 8t| has a kink at 0.5.
+    const Curve curve = Curve::bezier({{0, 0, 0, 1}, {2, 0, 0, 1}, {0, 0, 0, 1}});
+    ASSERT_TRUE(curve.isValid()) << curve.validate();
+    EXPECT_NEAR(curve.length(1e-3), 2.0, 1e-7 * 2.0);
+    EXPECT_NEAR(curve.lengthBetween(0.0, 0.3, 1e-10), 0.84, 1e-10 * 2.0);
+    EXPECT_NEAR(curve.lengthBetween(0.2, 0.9, 1e-10), 1.0, 1e-10 * 2.0);
+    const ArcLengthTable table(curve, 1e-3);
+    EXPECT_NEAR(table.lengthAt(0.7), 1.16, 1e-7 * 2.0);
+    // Half a unit short of the end: back at x = 0.5, where 4t - 4t^2 = 0.5 on the way back.
+    EXPECT_NEAR(table.paramAt(1.5), 0.5 + 0.5 * std::sqrt(0.5), 1e-7);
+}
+
 TEST(CurveLength, LengthBetweenAddsUpOverAnySplit) {
     std::mt19937_64 rng(3);
     for (int trial = 0; trial < 200; ++trial) {

@@ -1,3 +1,4 @@
+#include "LegendreSeries.h"
 #include "MeasureSpan.h"
 
 #include <algorithm>
@@ -9,10 +10,29 @@ namespace kova::nurbs {
 
 namespace {
 
-constexpr int kMaxNewtonSteps = 100;
-// Steps up to this fraction of a piece are integrated on their own by a 4-point rule, whose error
-// on them is far below rounding.
-constexpr double kShortStep = 1e-2;
+constexpr int kMaxSolverSteps = 100;
+// A Halley step this small (relative to the piece) leaves an error of about its cube: done.
+constexpr double kSettledStep = 1e-7;
+
+static_assert(detail::kRuleOrder <= detail::kMaxSeriesDegree);
+
+// Cuts the series s of `degree` (a piece's length from its start, `size` in all) by dropping
+// trailing coefficients whose magnitudes sum to at most half of `slack` (each P_k is at most 1 in
+// magnitude on [-1, 1]), then resets the linear part so that the cut series is still 0 at -1 and
+// `size` at 1, which moves it by no more than what was dropped. Returns the new degree.
+int truncateSeries(double* s, int degree, double size, double slack) {
+    double dropped = 0.0;
+    while (degree > 1 && dropped + std::abs(s[degree]) <= 0.5 * slack)
+        dropped += std::abs(s[degree--]);
+    double even = 0.0; // sum of s_k, k >= 2, with the signs of P_k at -1 and 1
+    double odd = 0.0;
+    for (int k = 2; k <= degree; ++k)
+        (k % 2 == 0 ? even : odd) += s[k];
+    // s0 - s1 + even - odd = 0 and s0 + s1 + even + odd = size.
+    s[0] = 0.5 * size - even;
+    s[1] = 0.5 * size - odd;
+    return degree;
+}
 
 } // namespace
 
@@ -21,23 +41,56 @@ ArcLengthTable::ArcLengthTable(Curve curve, double tolerance) : curve_(std::move
         return;
     const double tol = Curve::usableTolerance(tolerance);
     const double* U = curve_.fullKnots_.data();
-    pieces_.reserve(2 * static_cast<std::size_t>(curve_.lastSpan_ - curve_.firstSpan_ + 1));
+    // Built in scratch space of the thread, then copied at their exact sizes: a table lives as
+    // long as its curve, and the memory it holds is what a conversion of many curves touches.
+    static thread_local std::vector<Piece> pieces;
+    static thread_local std::vector<double> series;
+    pieces.clear();
+    series.clear();
     for (int span = curve_.firstSpan_; span <= curve_.lastSpan_; ++span) {
         if (!(U[span + 1] > U[span]))
             continue;
-        curve_.measureSpan(span, U[span], U[span + 1], tol, [&](double t0, double t1, double size) {
-            const bool follows = !pieces_.empty() && pieces_.back().span == span;
-            const double speed0 = follows ? pieces_.back().speed1 : curve_.speed(span, t0);
-            pieces_.push_back({span, t0, t1, total_, size, speed0, curve_.speed(span, t1)});
-            total_ += size;
+        curve_.measureSpan(span, U[span], U[span + 1], tol, [&](const detail::MeasuredPiece& m) {
+            Piece piece{.span = span,
+                        .degree = -1,
+                        .series = series.size(),
+                        .t0 = m.t0,
+                        .t1 = m.t1,
+                        .start = total_,
+                        .size = m.length,
+                        .speed0 = m.ends.start,
+                        .speed1 = m.ends.end};
+            if (m.speeds) {
+                // The speed's interpolating series, then the series of its integral, cut where
+                // the rest is within what the piece's budget leaves over.
+                constexpr int n = detail::GaussLegendreRule::order;
+                double speed[n];
+                detail::legendreCoefficients(detail::gaussLegendreRule(), m.speeds, speed);
+                const double half = 0.5 * (m.t1 - m.t0);
+                double length[n + 1];
+                detail::integrateLegendre(speed, n - 1, half, length);
+                piece.degree =
+                    truncateSeries(length, n, m.length, std::fmax(m.budget - m.error, 0.0));
+                series.insert(series.end(), length, length + piece.degree + 1);
+            }
+            pieces.push_back(piece);
+            total_ += m.length;
         });
     }
+    pieces_.assign(pieces.begin(), pieces.end());
+    series_.assign(series.begin(), series.end());
 }
 
-double ArcLengthTable::pieceLength(const Piece& piece, double t) const {
-    if (curve_.degree() == 1)
-        return curve_.chordLength(piece.span, piece.t0, t);
-    return detail::kronrod15([&](double u) { return curve_.speed(piece.span, u); }, piece.t0, t);
+ArcLengthTable::PieceLength ArcLengthTable::pieceLength(const Piece& piece, double t) const {
+    if (piece.degree < 0)
+        return {curve_.chordLength(piece.span, piece.t0, t), curve_.speed(piece.span, t), 0.0};
+    // The series is exact at the ends up to rounding; report them exactly.
+    const double half = 0.5 * (piece.t1 - piece.t0);
+    const double x = (t - (piece.t0 + half)) / half;
+    const auto [length, slope, curvature] = detail::evaluateLegendre(
+        series_.data() + piece.series, piece.degree, std::clamp(x, -1.0, 1.0));
+    const double exact = t <= piece.t0 ? 0.0 : t >= piece.t1 ? piece.size : length;
+    return {exact, slope / half, curvature / (half * half)};
 }
 
 double ArcLengthTable::firstGuess(const Piece& piece, double target) {
@@ -66,7 +119,7 @@ double ArcLengthTable::lengthAt(double t) const {
     auto it = std::upper_bound(pieces_.begin(), pieces_.end(), t,
                                [](double value, const Piece& piece) { return value < piece.t0; });
     const Piece& piece = *std::prev(it);
-    return piece.start + pieceLength(piece, t);
+    return piece.start + pieceLength(piece, t).length;
 }
 
 double ArcLengthTable::paramAt(double s) const {
@@ -80,24 +133,23 @@ double ArcLengthTable::paramAt(double s) const {
         std::upper_bound(pieces_.begin(), pieces_.end(), s,
                          [](double value, const Piece& piece) { return value < piece.start; });
     const Piece& piece = *std::prev(it);
-    const double target = s - piece.start;
     if (!(piece.size > 0.0))
         return piece.t0;
+    const double target = std::min(s - piece.start, piece.size);
 
-    // Newton on lengthAt(t) - s, kept inside a shrinking bracket; a step that leaves the bracket
-    // (or a zero speed) falls back to bisection. After a short step the length is updated by
-    // integrating over the step alone. Stops once the step or the length error is at the
-    // rounding level of the data.
-    const auto speed = [&](double u) { return curve_.speed(piece.span, u); };
+    // Halley's method (Newton's with the second derivative, converging cubically) on the piece's
+    // length minus the target, kept inside a shrinking bracket; a step that leaves the bracket
+    // (or a zero slope) falls back to bisection. Stops once the length error is at the rounding
+    // level of the data, or after a step so small that what it leaves is.
     const double width = piece.t1 - piece.t0;
     double lo = piece.t0;
     double hi = piece.t1;
     double t = firstGuess(piece, target);
-    double length = pieceLength(piece, t);
     constexpr double eps = std::numeric_limits<double>::epsilon();
     const double resolution = 2.0 * eps * std::max({std::abs(lo), std::abs(hi), width});
     const double lengthResolution = 4.0 * eps * s;
-    for (int step = 0; step < kMaxNewtonSteps; ++step) {
+    for (int step = 0; step < kMaxSolverSteps; ++step) {
+        const auto [length, slope, curvature] = pieceLength(piece, t);
         const double error = length - target;
         if (std::abs(error) <= lengthResolution)
             break;
@@ -105,16 +157,15 @@ double ArcLengthTable::paramAt(double s) const {
             hi = t;
         else
             lo = t;
-        double next = t - error / speed(t);
-        if (!(next > lo && next < hi))
+        double next = t - 2.0 * error * slope / (2.0 * slope * slope - error * curvature);
+        const bool halley = next > lo && next < hi;
+        if (!halley)
             next = 0.5 * (lo + hi);
-        if (std::abs(next - t) <= resolution || hi - lo <= resolution) {
+        if ((halley && std::abs(next - t) <= kSettledStep * width) ||
+            std::abs(next - t) <= resolution || hi - lo <= resolution) {
             t = next;
             break;
         }
-        const bool shortStep = std::abs(next - t) <= kShortStep * width;
-        length = shortStep && curve_.degree() > 1 ? length + detail::gauss4(speed, t, next)
-                                                  : pieceLength(piece, next);
         t = next;
     }
     return t;

@@ -7,10 +7,10 @@ namespace kova::nurbs::detail {
 constexpr int kBasisSize = Curve::kMaxDegree + 1;
 
 // The non-zero B-spline basis functions N_{span-p+j,p}(t), j = 0..p, and their derivatives up to
-// `order` (<= Curve::kMaxDerivativeOrder), on the full knot vector U: ders[k][j] is the k-th
-// derivative. Orders above p are zero. `span` must be non-empty (U[span] < U[span+1]) and t in
-// it; then every knot difference divided by spans it, so no division by zero can occur.
-// Recurrence of Cox and de Boor in the triangular form of Piegl and Tiller.
+// `order` (any order up to kBasisSize - 1; ders needs order + 1 rows), on the full knot vector U:
+// ders[k][j] is the k-th derivative. Orders above p are zero. `span` must be non-empty (U[span] <
+// U[span+1]) and t in it; then every knot difference divided by spans it, so no division by zero
+// can occur. Recurrence of Cox and de Boor in the triangular form of Piegl and Tiller.
 inline void basisDerivatives(const double* U, int span, double t, int p, int order,
                              double (*ders)[kBasisSize]) {
     double ndu[kBasisSize][kBasisSize];

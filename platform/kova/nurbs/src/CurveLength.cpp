@@ -51,7 +51,8 @@ double Curve::lengthBetween(double t0, double t1, double tolerance) const {
         const double a = std::max(t0, U[span]);
         const double b = std::min(t1, U[span + 1]);
         if (b > a)
-            measureSpan(span, a, b, tol, [&](double, double, double size) { total += size; });
+            measureSpan(span, a, b, tol,
+                        [&](const detail::MeasuredPiece& piece) { total += piece.length; });
         if (U[span + 1] >= t1)
             break;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <kova/KDoubleArray.h>
 #include <kova/KExport.h>
 #include <kova/KFnBase.h>
@@ -93,21 +94,40 @@ public:
     KVector normal(double param, KSpace::Space space = KSpace::kObject,
                    KStatus* status = nullptr) const;
 
-    // The arc length of the whole curve, to a relative `tolerance`. Tolerances of 1e-8 and
-    // coarser (the customary 1e-3) are served from a table integrated once per curve at 1e-8;
+    // The arc length of the whole curve, to a relative `tolerance`. Tolerances of 1e-7 and
+    // coarser (the customary 1e-3) are served from a table integrated once per curve at 1e-7;
     // finer ones integrate anew.
     double length(double tolerance = 1e-3, KStatus* status = nullptr) const;
     // The parameter at arc length `length` from the start of the domain: lengths <= 0 give the
-    // start, lengths >= length() the end. Accurate to about 1e-10 relative.
+    // start, lengths >= length() the end. From the table: the parameter whose tabulated length is
+    // `length`, to full precision, the tabulated lengths being good to 1e-7 relative.
     double findParamFromLength(double length, KStatus* status = nullptr) const;
     // The arc length from the start of the domain to `param` (clamped to the domain).
     double findLengthFromParam(double param, KStatus* status = nullptr) const;
 
 private:
+    // A curve looked up for one call: borrowed from the snapshot below, or held for the call.
+    struct GeometryRef {
+        std::shared_ptr<const kova::detail::CurveGeometry> held;
+        const kova::detail::CurveGeometry* curve = nullptr;
+
+        explicit operator bool() const { return curve != nullptr; }
+        const kova::detail::CurveGeometry* operator->() const { return curve; }
+    };
+
     // The curve data worked on, or null with the reason in `status`.
     std::shared_ptr<kova::detail::NurbsCurveData> curveData(KStatus* status) const;
     // The attached curve in `space` for the call `operation` (its failure-injection point),
     // or null with the reason in `status`.
-    std::shared_ptr<const kova::detail::CurveGeometry>
-    geometry(const char* operation, KSpace::Space space, KStatus* status) const;
+    GeometryRef geometry(const char* operation, KSpace::Space space, KStatus* status) const;
+    // Keeps the curve of attached curve data in both spaces with the data's generation, so that
+    // calls can use it without a lookup while the data keeps that generation (samplers make
+    // several calls per point). An edited curve is looked up again; a shape, whose curve follows
+    // its evaluation, is looked up on every call.
+    void takeSnapshot();
+
+    std::shared_ptr<kova::detail::NurbsCurveData> snapshotData_;
+    std::shared_ptr<const kova::detail::CurveGeometry> snapshotObject_;
+    std::shared_ptr<const kova::detail::CurveGeometry> snapshotWorld_;
+    std::uint64_t snapshotGeneration_ = 0;
 };

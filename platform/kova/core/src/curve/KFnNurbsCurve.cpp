@@ -84,6 +84,7 @@ KFnNurbsCurve::KFnNurbsCurve(const KObject& curve, KStatus* status) {
 
 KStatus KFnNurbsCurve::setObject(const KObject& curve) {
     object_ = KObject();
+    takeSnapshot();
     if (KFailureInjection::shouldFail("KFnNurbsCurve::setObject")) {
         return KFailureInjection::failure("KFnNurbsCurve::setObject");
     }
@@ -91,7 +92,19 @@ KStatus KFnNurbsCurve::setObject(const KObject& curve) {
         return invalid("the object is neither NURBS curve data nor a NURBS curve shape");
     }
     object_ = curve;
+    takeSnapshot();
     return KStatus();
+}
+
+void KFnNurbsCurve::takeSnapshot() {
+    snapshotData_ = kova::detail::nurbsCurveDataOf(object_);
+    NurbsCurveData::Snapshot snapshot;
+    if (snapshotData_) {
+        snapshot = snapshotData_->snapshot();
+    }
+    snapshotGeneration_ = snapshot.generation;
+    snapshotObject_ = std::move(snapshot.object);
+    snapshotWorld_ = std::move(snapshot.world);
 }
 
 std::shared_ptr<NurbsCurveData> KFnNurbsCurve::curveData(KStatus* status) const {
@@ -115,20 +128,27 @@ std::shared_ptr<NurbsCurveData> KFnNurbsCurve::curveData(KStatus* status) const 
     return curve;
 }
 
-std::shared_ptr<const CurveGeometry>
-KFnNurbsCurve::geometry(const char* operation, KSpace::Space space, KStatus* status) const {
+KFnNurbsCurve::GeometryRef KFnNurbsCurve::geometry(const char* operation, KSpace::Space space,
+                                                   KStatus* status) const {
     if (KFailureInjection::shouldFail(operation)) {
         report(status, KFailureInjection::failure(operation));
-        return nullptr;
+        return {};
     }
     if (!report(status, spaceStatus(space))) {
-        return nullptr;
+        return {};
     }
-    const auto data = curveData(status);
-    auto geometry = data ? data->geometry(space) : nullptr;
+    GeometryRef geometry;
+    if (snapshotData_ && object_.entity().get() == snapshotData_.get() &&
+        snapshotData_->generation() == snapshotGeneration_) {
+        geometry.curve = (space == KSpace::kWorld ? snapshotWorld_ : snapshotObject_).get();
+    } else {
+        const auto data = curveData(status);
+        geometry.held = data ? data->geometry(space) : nullptr;
+        geometry.curve = geometry.held.get();
+    }
     if (geometry && !geometry->curve().evaluable()) {
         report(status, invalid("the curve data holds no curve"));
-        return nullptr;
+        return {};
     }
     return geometry;
 }
@@ -158,6 +178,7 @@ KObject KFnNurbsCurve::create(const KPointArray& controlVertices, const KDoubleA
         owner->setCurve(std::move(curve));
         owner->componentTags.clear();
         object_ = parentOrOwner;
+        takeSnapshot();
         report(status, KStatus());
         return object_;
     }
@@ -167,6 +188,7 @@ KObject KFnNurbsCurve::create(const KPointArray& controlVertices, const KDoubleA
     KObject shape;
     const KObject made = makeShape(parentOrOwner, data, shape, result);
     object_ = shape;
+    takeSnapshot();
     report(status, result);
     return made;
 }

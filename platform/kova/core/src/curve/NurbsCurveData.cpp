@@ -43,12 +43,18 @@ std::shared_ptr<const CurveGeometry> NurbsCurveData::geometry(KSpace::Space spac
     return space == KSpace::kWorld ? world_ : object_;
 }
 
+NurbsCurveData::Snapshot NurbsCurveData::snapshot() const {
+    std::lock_guard lock(mutex_);
+    return {generation_.load(std::memory_order_relaxed), object_, world_};
+}
+
 void NurbsCurveData::setCurve(nurbs::Curve curve) {
     auto object = std::make_shared<const CurveGeometry>(std::move(curve));
     auto world = matrix_ ? object->transformed(*matrix_) : object;
     std::lock_guard lock(mutex_);
     object_ = std::move(object);
     world_ = std::move(world);
+    generation_.fetch_add(1, std::memory_order_release);
 }
 
 std::optional<KMatrix> NurbsCurveData::worldMatrix() const {

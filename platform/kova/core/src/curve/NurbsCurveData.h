@@ -2,6 +2,8 @@
 
 #include "curve/CurveGeometry.h"
 
+#include <atomic>
+#include <cstdint>
 #include <kova/KMatrix.h>
 #include <kova/KSpace.h>
 #include <kova/detail/GeometryData.h>
@@ -29,6 +31,16 @@ public:
 
     // The curve in `space`: world space for KSpace::kWorld, object space otherwise.
     std::shared_ptr<const CurveGeometry> geometry(KSpace::Space space) const;
+    // The curve in both spaces, read together with the generation they belong to.
+    struct Snapshot {
+        std::uint64_t generation = 0;
+        std::shared_ptr<const CurveGeometry> object;
+        std::shared_ptr<const CurveGeometry> world;
+    };
+    Snapshot snapshot() const;
+    // Counts the replacements of the curve: a snapshot is current while this equals its
+    // generation. One atomic load, for readers that keep a snapshot.
+    std::uint64_t generation() const { return generation_.load(std::memory_order_acquire); }
     // Replaces the curve (given in object space).
     void setCurve(nurbs::Curve curve);
     // The world matrix the data carries, if any.
@@ -38,6 +50,7 @@ public:
 
 private:
     mutable std::mutex mutex_;
+    std::atomic<std::uint64_t> generation_{0};
     std::shared_ptr<const CurveGeometry> object_;
     std::shared_ptr<const CurveGeometry> world_; // equals object_ without a world matrix
     std::optional<KMatrix> matrix_;

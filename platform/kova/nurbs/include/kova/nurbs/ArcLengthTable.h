@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <kova/nurbs/Curve.h>
 #include <kova/nurbs/NurbsExport.h>
 #include <vector>
@@ -9,11 +10,15 @@ namespace kova::nurbs {
 // The cumulative arc length of a curve, integrated once, for many length <-> parameter queries.
 //
 // Building it integrates every knot span of the domain exactly as Curve::length does (so
-// totalLength() equals it bit for bit) and keeps the accepted pieces with their cumulative
-// lengths. lengthAt() adds one Gauss-Kronrod rule inside a piece; paramAt() solves
-// lengthAt(t) = s inside the piece that holds s by Newton's method, safeguarded by bisection, to
-// full double precision of the parameter. The two are exact inverses of each other up to that
-// precision.
+// totalLength() equals it bit for bit) and keeps each accepted piece as the Legendre series of
+// its arc length: the integral of the series that interpolates the speed |C'| at the nodes of the
+// Gauss-Legendre rule that measured the piece. The integration accepts a piece only when that
+// series is within the tolerance everywhere in the piece, so lengthAt() is as accurate inside a
+// piece as at its ends. lengthAt() sums one series; paramAt() solves lengthAt(t) = s inside the
+// piece that holds s from a cubic Hermite guess by Halley's method on the series (its derivative,
+// the interpolated speed, is the slope), safeguarded by bisection, to full double precision of
+// the parameter: two or three sums of a series in all. The two are exact inverses of each other
+// up to that precision. Linear pieces are kept as chords.
 //
 // The table keeps its own copy of the curve. Queries allocate nothing and may run concurrently.
 class KOVA_NURBS_API ArcLengthTable {
@@ -37,23 +42,31 @@ public:
 
 private:
     struct Piece {
-        int span;  // knot span (full indexing)
-        double t0; // parameter range of the piece
+        int span;           // knot span (full indexing)
+        int degree;         // degree of the length series; -1 for a chord
+        std::size_t series; // index of the series' first coefficient in series_
+        double t0;          // parameter range of the piece
         double t1;
         double start;  // arc length at t0
         double size;   // arc length of the piece
         double speed0; // |C'| at t0 and t1, for the first guess of paramAt()
         double speed1;
     };
+    struct PieceLength {
+        double length;    // from the piece's start
+        double slope;     // its first and second derivative with respect to the parameter
+        double curvature; // (0 for a chord)
+    };
 
-    // Length from the piece's start to t inside it, by the same rule that measured the piece.
-    double pieceLength(const Piece& piece, double t) const;
+    // Length from the piece's start to t (inside it) and its derivatives.
+    PieceLength pieceLength(const Piece& piece, double t) const;
     // First guess of the parameter at length `target` into the piece: cubic Hermite
     // interpolation of t(s) from the ends' values and slopes 1 / speed.
     static double firstGuess(const Piece& piece, double target);
 
     Curve curve_;
     std::vector<Piece> pieces_;
+    std::vector<double> series_;
     double total_ = 0.0;
 };
 

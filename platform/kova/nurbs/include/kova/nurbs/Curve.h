@@ -44,7 +44,7 @@ public:
     // Finest arc-length tolerance; smaller, zero, negative or NaN tolerances are raised to it.
     static constexpr double kMinTolerance = 1e-12;
     // Coarsest arc-length tolerance actually used; coarser ones are lowered to it (see below).
-    static constexpr double kMaxTolerance = 1e-8;
+    static constexpr double kMaxTolerance = 1e-7;
 
     // An empty curve (no CVs, not evaluable).
     Curve() = default;
@@ -127,14 +127,17 @@ public:
 
     // --- Arc length.
     //
-    // Integrated per knot span with the 7-point Gauss-Legendre rule and its 15-point Kronrod
-    // extension: a piece is halved until the difference of the two rules (a pessimistic bound of
-    // the Kronrod estimate's error) is within the tolerance relative to the span's length, the
-    // budget halving with the piece, down to 2^-12 of a span. The tolerance is a relative
-    // accuracy, clamped to [kMinTolerance, kMaxTolerance]: coarser requests (the host's customary
-    // 1e-3) are served at 1e-8, which costs little more and keeps lengths good to about 1e-10 and
-    // parameters from length to better than 1e-6 relative even near cusps, where the speed
-    // almost vanishes. Degree-1 curves are measured exactly, as sums of chords.
+    // Integrated per knot span with the 32-point Gauss-Legendre rule. A piece is accepted when the
+    // Legendre series that interpolates the speed |C'| at the rule's nodes ends in coefficients,
+    // and misses the speed at the piece's ends by amounts, small enough that its integral is
+    // within the tolerance, relative to the span's length, everywhere in the piece (not only
+    // over the whole); otherwise it is halved, the budget halving with it, down to 2^-12 of a
+    // span. The speed is evaluated from the span's polynomial form, a few multiplications a
+    // point. The tolerance is a relative accuracy, clamped to [kMinTolerance, kMaxTolerance]:
+    // coarser requests (the host's customary 1e-3) are served at kMaxTolerance, which costs
+    // little more and keeps lengths, and the lengths behind parameters from length, good to about
+    // that, even near cusps, where the speed almost vanishes. Degree-1 curves are measured
+    // exactly, as sums of chords.
 
     // The length of the whole curve.
     double length(double tolerance) const;
@@ -165,7 +168,7 @@ private:
     // Distance between the points at a and b of `span`: the arc length of a degree-1 piece.
     double chordLength(int span, double a, double b) const;
     // Measures [a, b] inside `span` and reports the pieces it accepted, in order, to
-    // piece(t0, t1, length). Defined in src/MeasureSpan.h.
+    // piece(const detail::MeasuredPiece&). Defined in src/MeasureSpan.h.
     template <class Piece>
     void measureSpan(int span, double a, double b, double tolerance, Piece&& piece) const;
     // The tolerance actually used for a requested one.
