@@ -38,8 +38,14 @@ void fillPoints(Orsel::Ptr<Orsel::Array<float3>> positions, std::size_t count,
     const float3* source = positions ? positions->data() : nullptr;
     KFloatPoint* target = points.data();
     parallelFill(count, [source, target](std::size_t begin, std::size_t end) {
+        const float3* from = source; // locals: the loop must not reload the closure
+        KFloatPoint* to = target;
+#pragma omp simd
         for (std::size_t i = begin; i < end; ++i) {
-            target[i] = KFloatPoint(source[i].x, source[i].y, source[i].z);
+            to[i].x = from[i].x;
+            to[i].y = from[i].y;
+            to[i].z = from[i].z;
+            to[i].w = 1.0f;
         }
     });
 }
@@ -54,8 +60,20 @@ void fillPolygonCounts(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceOffsets, std:
     }
     const std::uint32_t* offsets = faceCount > 0 ? faceOffsets->data() : nullptr;
     int* target = counts.data();
+    // Each range is filled by a loop without branches (it vectorises); a range with a fault is
+    // scanned again for its first one.
     parallelFill(faceCount, [offsets, target, &validation](std::size_t begin, std::size_t end) {
+        const std::uint32_t* from = offsets; // locals: the loop must not reload the closure
+        int* to = target;
+        unsigned faulty = 0;
+#pragma omp simd reduction(| : faulty)
         for (std::size_t f = begin; f < end; ++f) {
+            const std::uint32_t first = from[f];
+            const std::uint32_t last = from[f + 1];
+            to[f] = static_cast<int>(last - first);
+            faulty |= (last < first) | (last - first < 3) ? 1u : 0u;
+        }
+        for (std::size_t f = begin; faulty != 0 && f < end; ++f) {
             const std::uint32_t first = offsets[f];
             const std::uint32_t last = offsets[f + 1];
             if (last < first || last - first < 3) {
@@ -68,7 +86,6 @@ void fillPolygonCounts(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceOffsets, std:
                               " vertices; a host polygon needs 3 or more");
                 return;
             }
-            target[f] = static_cast<int>(last - first);
         }
     });
 }
@@ -82,8 +99,19 @@ void fillPolygonConnects(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceVertices,
     }
     const std::uint32_t* source = faceVertexCount > 0 ? faceVertices->data() : nullptr;
     int* target = connects.data();
+    // Within uint32: the point count fits a host mesh.
+    const auto points = static_cast<std::uint32_t>(pointCount);
     parallelFill(faceVertexCount, [=, &validation](std::size_t begin, std::size_t end) {
+        const std::uint32_t* from = source; // locals: the loop must not reload the closure
+        int* to = target;
+        const std::uint32_t limit = points;
+        unsigned faulty = 0;
+#pragma omp simd reduction(| : faulty)
         for (std::size_t k = begin; k < end; ++k) {
+            to[k] = static_cast<int>(from[k]);
+            faulty |= from[k] >= limit ? 1u : 0u;
+        }
+        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
             if (source[k] >= pointCount) {
                 validation.fail({MeshStep::faceVertices, 0, k},
                                 "face-vertex " + std::to_string(k) + " names point " +
@@ -91,7 +119,6 @@ void fillPolygonConnects(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceVertices,
                                     std::to_string(pointCount));
                 return;
             }
-            target[k] = static_cast<int>(source[k]);
         }
     });
 }

@@ -65,6 +65,7 @@ void fillUVSet(const Orsel::Array<Value>& values, std::size_t setNumber,
     float* u = set.u.data();
     float* v = set.v.data();
     parallelFill(valueCount, [value, u, v](std::size_t begin, std::size_t end) {
+#pragma omp simd
         for (std::size_t i = begin; i < end; ++i) {
             u[i] = value[i].x;
             v[i] = value[i].y;
@@ -72,16 +73,28 @@ void fillUVSet(const Orsel::Array<Value>& values, std::size_t setNumber,
     });
     const std::uint32_t* index = set.indices->data();
     int* ids = set.ids.data();
-    parallelFill(faceVertexCount, [&, index, ids](std::size_t begin, std::size_t end) {
+    // Within uint32: readUVSets keeps sets that fit a host UV set.
+    const auto uvs = static_cast<std::uint32_t>(valueCount);
+    // A loop without branches (it vectorises); a range with a fault is scanned again for its
+    // first one.
+    parallelFill(faceVertexCount, [&, index, ids, uvs](std::size_t begin, std::size_t end) {
+        const std::uint32_t* from = index; // locals: the loop must not reload the closure
+        int* to = ids;
+        const std::uint32_t limit = uvs;
+        unsigned faulty = 0;
+#pragma omp simd reduction(| : faulty)
         for (std::size_t k = begin; k < end; ++k) {
-            if (index[k] >= valueCount) {
+            to[k] = static_cast<int>(from[k]);
+            faulty |= from[k] >= limit ? 1u : 0u;
+        }
+        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
+            if (index[k] >= uvs) {
                 validation.fail({MeshStep::uvs, setNumber, k},
                                 "UV index " + std::to_string(index[k]) + " at face-vertex " +
                                     std::to_string(k) + " of UV set " + quoted(set.name.view()) +
                                     " is out of range (" + std::to_string(valueCount) + " UVs)");
                 return;
             }
-            ids[k] = static_cast<int>(index[k]);
         }
     });
 }

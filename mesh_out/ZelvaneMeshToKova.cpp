@@ -101,6 +101,7 @@ public:
             return failed(emptyMeshData());
         }
         writeNormals(fnMesh, normals_);
+        normals_ = NormalsRecord(); // the host holds its copy: lower the memory held from here on
 
         tasks_.uvs.wait();
         if (validation_.failed()) {

@@ -7,7 +7,8 @@
 // Host call                                    Result
 // KArray::allocate of a host array             the empty mesh, one message naming the array
 // KFnMesh::create of the empty mesh            nothing: the mesh is made all the same
-// KFnMesh::setVertexNormals                    the host's own normals
+// KFnMesh::setVertexNormals,                   the host's own normals
+//   setFaceVertexNormals
 // KFnMesh::createUVSetDataMesh, assignUVs      UV sets from the failing one on are left out
 // KFnMesh::createColorSetDataMesh              that colour set is left out
 // KFnMesh::setColors, assignColors             that colour set is left uncoloured
@@ -193,6 +194,12 @@ INSTANTIATE_TEST_SUITE_P(
         UnwritableMesh{"VertexNormals",
                        false,
                        {"KFnMesh::setVertexNormals"},
+                       "10 points 3 faces; normals up; uv map1:12,second:12; colour "
+                       "c_a:12,c_b:12; tag top:0",
+                       ""},
+        UnwritableMesh{"FaceVertexNormals",
+                       true,
+                       {"KFnMesh::setFaceVertexNormals"},
                        "10 points 3 faces; normals up; uv map1:12,second:12; colour "
                        "c_a:12,c_b:12; tag top:0",
                        ""},

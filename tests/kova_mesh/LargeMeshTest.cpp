@@ -9,6 +9,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 // Meshes far above the size at which the host splits its per-element work between threads:
@@ -121,6 +122,58 @@ TEST_F(LargeMesh, ComputedNormalsAreTheFaceOrderSumsOfNewellNormals) {
     KIntArray normalCounts, normalIds;
     ASSERT_TRUE(fn.getNormalIds(normalCounts, normalIds));
     EXPECT_EQ(normalIds, grid.connects);
+}
+
+TEST_F(LargeMesh, FirstReadsOfTheNormalsFromSeveralThreadsAgree) {
+    ASSERT_TRUE(create(grid));
+    const auto expected = grid.referenceNormals();
+    std::vector<const float*> seen(4, nullptr);
+    std::vector<std::thread> readers;
+    for (std::size_t t = 0; t < seen.size(); ++t) {
+        readers.emplace_back([&, t] {
+            const KFnMesh reader(data);
+            seen[t] = reader.getRawNormals();
+        });
+    }
+    for (std::thread& reader : readers) {
+        reader.join();
+    }
+    for (const float* normals : seen) {
+        ASSERT_EQ(normals, seen.front()) << "one table, made once";
+    }
+    for (std::size_t v = 0; v < expected.size(); ++v) {
+        ASSERT_EQ(seen.front()[3 * v + 2], expected[v][2]) << "vertex " << v;
+    }
+}
+
+TEST_F(LargeMesh, FaceVertexNormalsNameTheFirstBadPairOrReplaceEveryNormal) {
+    ASSERT_TRUE(create(grid));
+    KVectorArray normals;
+    KIntArray faces, vertices;
+    unsigned int k = 0;
+    for (int f = 0; f < grid.faceCount; ++f) {
+        for (int corner = 0; corner < 4; ++corner, ++k) {
+            normals.append(KVector(k, -1.0, 0.5));
+            faces.append(f);
+            vertices.append(grid.connects[k]);
+        }
+    }
+    KIntArray badFaces = faces;
+    badFaces[12000] = grid.faceCount;
+    badFaces[9000] = faces[9000] + 1; // corner 0 of a face is not on the next one
+    EXPECT_EQ(errorOf(fn.setFaceVertexNormals(normals, badFaces, vertices)),
+              "vertex " + std::to_string(vertices[9000]) + " is not on face " +
+                  std::to_string(badFaces[9000]));
+    EXPECT_EQ(fn.numNormals(), grid.vertexCount) << "the computed normals stay";
+    ASSERT_TRUE(fn.setFaceVertexNormals(normals, faces, vertices));
+    ASSERT_EQ(fn.numNormals(), static_cast<int>(k));
+    KIntArray normalCounts, normalIds;
+    ASSERT_TRUE(fn.getNormalIds(normalCounts, normalIds));
+    const float* n = fn.getRawNormals();
+    for (unsigned int i = 0; i < k; ++i) {
+        ASSERT_EQ(normalIds[i], static_cast<int>(i));
+        ASSERT_EQ(n[3 * i], static_cast<float>(i));
+    }
 }
 
 TEST_F(LargeMesh, TopologyPointsAndUVsReadBackAsWritten) {

@@ -1,9 +1,11 @@
 #include "MeshFixtures.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <kova/KFnGeometryData.h>
 #include <kova/KFnSingleIndexedComponent.h>
 #include <kova/detail/DataObject.h>
+#include <vector>
 
 namespace {
 
@@ -51,6 +53,106 @@ TEST_F(MeshAttributes, VertexNormalsApplyToEveryFaceVertexOfTheVertex) {
     EXPECT_EQ(ids[2], ids[6]);
     EXPECT_FLOAT_EQ(fn.getRawNormals()[3 * ids[6] + 2], -1.0f);
     EXPECT_FALSE(fn.setVertexNormals({{0, 0, 1}}, {10}));
+}
+
+// The normals of the mesh as one (x, y, z) per face-vertex.
+std::vector<std::array<float, 3>> normalPerFaceVertex(const KFnMesh& fn) {
+    KIntArray counts, ids;
+    EXPECT_TRUE(fn.getNormalIds(counts, ids));
+    const float* n = fn.getRawNormals();
+    std::vector<std::array<float, 3>> result;
+    for (const int id : ids) {
+        result.push_back({n[3 * id], n[3 * id + 1], n[3 * id + 2]});
+    }
+    return result;
+}
+
+TEST_F(MeshAttributes, NormalsForEveryFaceVertexReplaceTheComputedOnesInFaceVertexOrder) {
+    KVectorArray normals;
+    KIntArray faces, vertices;
+    const MeshArrays a;
+    for (unsigned int k = 0; k < 12; ++k) {
+        normals.append(KVector(k, 0.5, -1));
+        faces.append(k < 4 ? 0 : k < 7 ? 1 : 2);
+        vertices.append(a.connects[k]);
+    }
+    // In face-vertex order, and the same pairs backwards: the same normals come out.
+    for (const bool reversed : {false, true}) {
+        KFnMesh other;
+        makeMeshData(other);
+        KVectorArray n;
+        KIntArray f, v;
+        for (unsigned int i = 0; i < 12; ++i) {
+            const unsigned int k = reversed ? 11 - i : i;
+            n.append(normals[k]);
+            f.append(faces[k]);
+            v.append(vertices[k]);
+        }
+        ASSERT_TRUE(other.setFaceVertexNormals(n, f, v));
+        EXPECT_EQ(other.numNormals(), 12);
+        KIntArray counts, ids;
+        ASSERT_TRUE(other.getNormalIds(counts, ids));
+        EXPECT_EQ(ids, (KIntArray{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
+        for (int k = 0; k < 12; ++k) {
+            const float* got = other.getRawNormals() + 3 * k;
+            EXPECT_EQ((std::array<float, 3>{got[0], got[1], got[2]}),
+                      (std::array<float, 3>{float(k), 0.5f, -1.0f}))
+                << "face-vertex " << k << (reversed ? " (pairs backwards)" : "");
+        }
+    }
+}
+
+TEST_F(MeshAttributes, TheLastNormalGivenForAFaceVertexWins) {
+    const MeshArrays a;
+    KVectorArray normals;
+    KIntArray faces, vertices;
+    for (unsigned int k = 0; k < 12; ++k) {
+        normals.append(KVector(0, 0, 1));
+        faces.append(k < 4 ? 0 : k < 7 ? 1 : 2);
+        vertices.append(a.connects[k]);
+    }
+    normals.append(KVector(1, 0, 0)); // face-vertex 5 again
+    faces.append(1);
+    vertices.append(4);
+    ASSERT_TRUE(fn.setFaceVertexNormals(normals, faces, vertices));
+    const auto n = normalPerFaceVertex(fn);
+    EXPECT_EQ(n[5], (std::array<float, 3>{1, 0, 0}));
+    EXPECT_EQ(n[4], (std::array<float, 3>{0, 0, 1}));
+    EXPECT_EQ(fn.numNormals(), 12);
+}
+
+TEST_F(MeshAttributes, VertexNormalsForEveryVertexAreNumberedInOrderOfFirstUse) {
+    KVectorArray normals;
+    KIntArray vertices;
+    for (int v = 9; v >= 0; --v) {
+        normals.append(KVector(v, 0, 0));
+        vertices.append(v);
+    }
+    ASSERT_TRUE(fn.setVertexNormals(normals, vertices));
+    KIntArray counts, ids;
+    ASSERT_TRUE(fn.getNormalIds(counts, ids));
+    EXPECT_EQ(ids, (KIntArray{0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9}));
+    const float* n = fn.getRawNormals();
+    for (int v = 0; v < 10; ++v) {
+        EXPECT_EQ(n[3 * v], float(v)) << "normal " << v;
+    }
+}
+
+TEST_F(MeshAttributes, ComputedNormalsComeBackAfterAFailedWriteAndANewMesh) {
+    const auto computed = normalPerFaceVertex(fn);
+    EXPECT_FALSE(fn.setFaceVertexNormals({{1, 0, 0}, {1, 0, 0}}, {0, 0}, {0, 4}));
+    EXPECT_EQ(normalPerFaceVertex(fn), computed) << "a bad pair changes nothing";
+    ASSERT_TRUE(fn.setVertexNormals({{0, 0, -1}}, {5}));
+    EXPECT_NE(normalPerFaceVertex(fn), computed);
+    const MeshArrays a;
+    ASSERT_FALSE(fn.create(10, 3, a.points, a.counts, a.connects, data).isNull());
+    EXPECT_EQ(fn.numNormals(), 10);
+    EXPECT_EQ(normalPerFaceVertex(fn), computed);
+}
+
+TEST_F(MeshAttributes, ACopyMadeBeforeTheNormalsAreReadComputesTheSameNormals) {
+    const KObject copied(kova::detail::dataOf(data)->clone());
+    EXPECT_EQ(normalPerFaceVertex(KFnMesh(copied)), normalPerFaceVertex(fn));
 }
 
 TEST_F(MeshAttributes, PartialUVSetStoresIdsOfMappedFacesOnly) {

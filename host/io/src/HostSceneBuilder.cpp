@@ -55,19 +55,22 @@ KStatus setNormals(const KObject& data, const NormalsRecord& normals) {
         std::any_of(normals.ids.begin(), normals.ids.end(), [&](int id) { return id >= count; })) {
         return KStatus(KStatus::kInvalidParameter, "normal ids do not fit the mesh");
     }
+    using kova::detail::BulkVector;
     if (std::all_of(normals.ids.begin(), normals.ids.end(), [](int id) { return id >= 0; })) {
-        mesh->normals.assign(normals.xyz.begin(), normals.xyz.end());
-        mesh->normalIds.assign(normals.ids.begin(), normals.ids.end());
+        mesh->setNormals(BulkVector<float>(normals.xyz.begin(), normals.xyz.end()),
+                         BulkVector<int>(normals.ids.begin(), normals.ids.end()));
         return KStatus();
     }
     // Face-vertices without a normal keep the computed one of their vertex.
-    const int base = mesh->numNormals();
-    mesh->normals.insert(mesh->normals.end(), normals.xyz.begin(), normals.xyz.end());
+    auto [values, ids] = mesh->takeNormals();
+    const int base = static_cast<int>(values.size() / 3);
+    values.insert(values.end(), normals.xyz.begin(), normals.xyz.end());
     for (std::size_t k = 0; k < normals.ids.size(); ++k) {
         if (normals.ids[k] >= 0) {
-            mesh->normalIds[k] = base + normals.ids[k];
+            ids[k] = base + normals.ids[k];
         }
     }
+    mesh->setNormals(std::move(values), std::move(ids));
     mesh->compactNormals();
     return KStatus();
 }

@@ -1,5 +1,6 @@
 #include "detail/ParallelLoops.h"
 #include "detail/Report.h"
+#include "mesh/CheckedCopy.h"
 #include "mesh/MeshAccess.h"
 #include "mesh/MeshShape.h"
 
@@ -11,13 +12,12 @@
 #include <string>
 
 using kova::detail::BulkVector;
-using kova::detail::copyValues;
-using kova::detail::firstIndexWhere;
 using kova::detail::forEachRange;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
-using kova::detail::sumOf;
+using kova::mesh::CheckedCopy;
+using kova::mesh::copyChecked;
 
 namespace {
 
@@ -25,9 +25,17 @@ KStatus invalid(const std::string& text) {
     return KStatus(KStatus::kInvalidParameter, KString(text));
 }
 
-// Checks that the arrays describe a mesh that can be stored as it is.
-KStatus validateTopology(int numVertices, int numPolygons, const KFloatPointArray& points,
-                         const KIntArray& counts, const KIntArray& connects) {
+// The arrays of a new mesh, copied from the caller's arrays.
+struct Topology {
+    BulkVector<float> points;
+    BulkVector<int> counts;
+    BulkVector<int> connects;
+};
+
+// Copies the arrays into `topology`, checking on the way that they describe a mesh that can be
+// stored as it is; a failed status names the first fault.
+KStatus copyTopology(int numVertices, int numPolygons, const KFloatPointArray& points,
+                     const KIntArray& counts, const KIntArray& connects, Topology& topology) {
     if (numVertices < 0 || numPolygons < 0) {
         return invalid("negative vertex or polygon count");
     }
@@ -39,24 +47,39 @@ KStatus validateTopology(int numVertices, int numPolygons, const KFloatPointArra
         return invalid("the polygon counts hold " + std::to_string(counts.length()) +
                        " entries for " + std::to_string(numPolygons) + " polygons");
     }
-    const std::size_t fewSides =
-        firstIndexWhere(counts.length(), [&](std::size_t f) { return counts[f] < 3; });
-    if (fewSides < counts.length()) {
-        return invalid("polygon " + std::to_string(fewSides) + " has fewer than 3 vertices");
+    resizeForOverwrite(topology.counts, counts.length());
+    const CheckedCopy sides = copyChecked(counts.data(), counts.length(), topology.counts.data(),
+                                          [](int count, std::size_t) { return count >= 3; });
+    if (sides.firstInvalid < counts.length()) {
+        return invalid("polygon " + std::to_string(sides.firstInvalid) +
+                       " has fewer than 3 vertices");
     }
-    const std::size_t faceVertices =
-        sumOf(counts.length(), [&](std::size_t f) { return counts[f]; });
-    if (faceVertices != connects.length()) {
-        return invalid("the polygon counts add up to " + std::to_string(faceVertices) +
+    if (sides.sum != connects.length()) {
+        return invalid("the polygon counts add up to " + std::to_string(sides.sum) +
                        " face-vertices but the connects hold " + std::to_string(connects.length()));
     }
-    const std::size_t outside = firstIndexWhere(connects.length(), [&](std::size_t k) {
-        return connects[k] < 0 || connects[k] >= numVertices;
-    });
+    resizeForOverwrite(topology.connects, connects.length());
+    const std::size_t outside =
+        copyChecked(connects.data(), connects.length(), topology.connects.data(),
+                    [numVertices](int vertex, std::size_t) {
+                        return static_cast<unsigned int>(vertex) <
+                               static_cast<unsigned int>(numVertices);
+                    })
+            .firstInvalid;
     if (outside < connects.length()) {
         return invalid("vertex id " + std::to_string(connects[outside]) + " at face-vertex " +
                        std::to_string(outside) + " is out of range");
     }
+    resizeForOverwrite(topology.points, 3 * static_cast<std::size_t>(numVertices));
+    const KFloatPoint* from = points.data();
+    float* xyz = topology.points.data();
+    forEachRange(points.length(), [from, xyz](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            xyz[3 * i] = from[i].x;
+            xyz[3 * i + 1] = from[i].y;
+            xyz[3 * i + 2] = from[i].z;
+        }
+    });
     return KStatus();
 }
 
@@ -116,8 +139,9 @@ KObject KFnMesh::create(int numVertices, int numPolygons, const KFloatPointArray
         report(status, KFailureInjection::failure("KFnMesh::create"));
         return KObject();
     }
-    KStatus result =
-        validateTopology(numVertices, numPolygons, vertexArray, polygonCounts, polygonConnects);
+    Topology topology;
+    KStatus result = copyTopology(numVertices, numPolygons, vertexArray, polygonCounts,
+                                  polygonConnects, topology);
     MeshData* owner = kova::detail::meshDataOf(parentOrOwner);
     if (result && !parentOrOwner.isNull() && owner == nullptr &&
         !parentOrOwner.hasFn(KFn::kTransform)) {
@@ -127,24 +151,9 @@ KObject KFnMesh::create(int numVertices, int numPolygons, const KFloatPointArray
         report(status, result);
         return KObject();
     }
-    BulkVector<float> points;
-    resizeForOverwrite(points, 3 * static_cast<std::size_t>(numVertices));
-    forEachRange(vertexArray.length(), [&](std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i) {
-            const KFloatPoint& p = vertexArray[static_cast<unsigned int>(i)];
-            points[3 * i] = p.x;
-            points[3 * i + 1] = p.y;
-            points[3 * i + 2] = p.z;
-        }
-    });
-    BulkVector<int> counts;
-    resizeForOverwrite(counts, polygonCounts.length());
-    copyValues(polygonCounts.data(), polygonCounts.length(), counts.data());
-    BulkVector<int> connects;
-    resizeForOverwrite(connects, polygonConnects.length());
-    copyValues(polygonConnects.data(), polygonConnects.length(), connects.data());
     if (owner != nullptr) {
-        owner->reset(std::move(points), std::move(counts), std::move(connects));
+        owner->reset(std::move(topology.points), std::move(topology.counts),
+                     std::move(topology.connects));
         object_ = parentOrOwner;
         report(status, result);
         return parentOrOwner;
@@ -152,8 +161,8 @@ KObject KFnMesh::create(int numVertices, int numPolygons, const KFloatPointArray
     KFnMeshData dataFn;
     const KObject data = dataFn.create(&result);
     if (result) {
-        kova::detail::meshDataOf(data)->reset(std::move(points), std::move(counts),
-                                              std::move(connects));
+        kova::detail::meshDataOf(data)->reset(
+            std::move(topology.points), std::move(topology.counts), std::move(topology.connects));
     }
     KObject shape;
     const KObject made = result ? createShape(parentOrOwner, data, shape, result) : KObject();

@@ -1,5 +1,6 @@
 #include "detail/ParallelLoops.h"
 #include "detail/Report.h"
+#include "mesh/CheckedCopy.h"
 #include "mesh/MeshAccess.h"
 
 #include <algorithm>
@@ -7,13 +8,15 @@
 #include <kova/detail/MeshData.h>
 #include <string>
 
+using kova::detail::BulkVector;
 using kova::detail::copyValues;
 using kova::detail::firstIndexWhere;
 using kova::detail::forEachRange;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
-using kova::detail::sumOf;
+using kova::mesh::CheckedCopy;
+using kova::mesh::copyChecked;
 
 namespace {
 
@@ -183,28 +186,35 @@ KStatus KFnMesh::assignUVs(const KIntArray& uvCounts, const KIntArray& uvIds,
     if (uvCounts.length() != static_cast<unsigned int>(m->numPolygons())) {
         return invalid("one UV count per polygon is needed");
     }
-    const std::size_t misfit = firstIndexWhere(uvCounts.length(), [&](std::size_t f) {
-        return uvCounts[f] != 0 && uvCounts[f] != m->counts[f];
-    });
-    if (misfit < uvCounts.length()) {
+    // The new assignment is copied while it is checked and replaces the set's only when it
+    // is valid, so that a bad one changes nothing.
+    const int* faceSizes = m->counts.data();
+    BulkVector<int> faceCounts;
+    resizeForOverwrite(faceCounts, uvCounts.length());
+    const CheckedCopy mapped = copyChecked(
+        uvCounts.data(), uvCounts.length(), faceCounts.data(),
+        [faceSizes](int count, std::size_t f) { return (count == 0) | (count == faceSizes[f]); });
+    if (mapped.firstInvalid < uvCounts.length()) {
+        const std::size_t misfit = mapped.firstInvalid;
         return invalid("polygon " + std::to_string(misfit) + " has " +
                        std::to_string(m->counts[misfit]) + " vertices but " +
                        std::to_string(uvCounts[misfit]) + " UVs");
     }
-    const std::size_t total = sumOf(uvCounts.length(), [&](std::size_t f) { return uvCounts[f]; });
-    if (total != uvIds.length()) {
-        return invalid("the UV counts add up to " + std::to_string(total) + " but " +
+    if (mapped.sum != uvIds.length()) {
+        return invalid("the UV counts add up to " + std::to_string(mapped.sum) + " but " +
                        std::to_string(uvIds.length()) + " UV ids are given");
     }
     const int numUVs = static_cast<int>(set->u.size());
-    const std::size_t outside = firstIndexWhere(
-        uvIds.length(), [&](std::size_t k) { return uvIds[k] < 0 || uvIds[k] >= numUVs; });
+    BulkVector<int> ids;
+    resizeForOverwrite(ids, uvIds.length());
+    const std::size_t outside =
+        copyChecked(uvIds.data(), uvIds.length(), ids.data(), [numUVs](int id, std::size_t) {
+            return static_cast<unsigned int>(id) < static_cast<unsigned int>(numUVs);
+        }).firstInvalid;
     if (outside < uvIds.length()) {
         return invalid("UV id " + std::to_string(uvIds[outside]) + " is out of range");
     }
-    resizeForOverwrite(set->faceCounts, uvCounts.length());
-    copyValues(uvCounts.data(), uvCounts.length(), set->faceCounts.data());
-    resizeForOverwrite(set->ids, uvIds.length());
-    copyValues(uvIds.data(), uvIds.length(), set->ids.data());
+    set->faceCounts = std::move(faceCounts);
+    set->ids = std::move(ids);
     return KStatus();
 }

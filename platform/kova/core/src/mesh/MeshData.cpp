@@ -44,8 +44,12 @@ std::shared_ptr<DataObject> MeshData::clone() const {
     copy->points = points;
     copy->counts = counts;
     copy->connects = connects;
-    copy->normals = normals;
-    copy->normalIds = normalIds;
+    {
+        const std::lock_guard lock(normalsMutex_);
+        if (!normalsDue_.load(std::memory_order_relaxed)) {
+            copy->setNormals(normals_, normalIds_);
+        }
+    }
     copy->uvSets = uvSets;
     copy->currentUVSet = currentUVSet;
     copy->colorSets = colorSets;
@@ -94,7 +98,12 @@ void MeshData::reset(BulkVector<float> newPoints, BulkVector<int> newCounts,
     points = std::move(newPoints);
     counts = std::move(newCounts);
     connects = std::move(newConnects);
-    computeVertexNormals();
+    {
+        const std::lock_guard lock(normalsMutex_);
+        normals_ = {};
+        normalIds_ = {};
+        normalsDue_.store(true, std::memory_order_release);
+    }
     uvSets.assign(1, UVSet{"map1", {}, {}, {}, {}});
     resizeForOverwrite(uvSets.front().faceCounts, counts.size());
     fillValues(uvSets.front().faceCounts, 0);
@@ -104,13 +113,68 @@ void MeshData::reset(BulkVector<float> newPoints, BulkVector<int> newCounts,
     componentTags.clear();
 }
 
-void MeshData::computeVertexNormals() {
+int MeshData::numNormals() const {
+    return normalsDue_.load(std::memory_order_acquire) ? numVertices()
+                                                       : static_cast<int>(normals_.size() / 3);
+}
+
+const BulkVector<float>& MeshData::normals() const {
+    settleNormals();
+    return normals_;
+}
+
+const BulkVector<int>& MeshData::normalIds() const {
+    settleNormals();
+    return normalIds_;
+}
+
+void MeshData::setNormals(BulkVector<float> values, BulkVector<int> ids) {
+    const std::lock_guard lock(normalsMutex_);
+    normals_ = std::move(values);
+    normalIds_ = std::move(ids);
+    normalsDue_.store(false, std::memory_order_release);
+}
+
+std::pair<BulkVector<float>, BulkVector<int>> MeshData::takeNormals() {
+    settleNormals();
+    const std::lock_guard lock(normalsMutex_);
+    return {std::move(normals_), std::move(normalIds_)};
+}
+
+void MeshData::settleNormals() const {
+    if (!normalsDue_.load(std::memory_order_acquire)) {
+        return;
+    }
+    const std::lock_guard lock(normalsMutex_);
+    if (normalsDue_.load(std::memory_order_relaxed)) {
+        // Isolated: while it waits for its loops, this thread must not pick up other work that
+        // could come back here for the lock it holds.
+        tbb::this_task_arena::isolate([this] { computeVertexNormals(); });
+        normalsDue_.store(false, std::memory_order_release);
+    }
+}
+
+void MeshData::computeVertexNormals() const {
+    BulkVector<int>& normalIds = normalIds_;
+    BulkVector<float>& normals = normals_;
     resizeForOverwrite(normalIds, connects.size());
     copyValues(connects.data(), connects.size(), normalIds.data());
     resizeForOverwrite(normals, points.size());
-    // Every part sums the normals of one range of vertices, going over the faces in order: each
-    // vertex gets the sum a face-by-face pass gives, however many parts there are, and no two
-    // parts write the same vertex. A part skips the faces that have no vertex in its range.
+    // The Newell normal of every face, once, in parallel.
+    const std::size_t faceCount = counts.size();
+    const BulkVector<int> offsets = faceOffsets();
+    BulkVector<float> faceNormals;
+    resizeForOverwrite(faceNormals, 3 * faceCount);
+    forEachRange(faceCount, [&](std::size_t begin, std::size_t end) {
+        for (std::size_t f = begin; f < end; ++f) {
+            const std::array<float, 3> n =
+                newellNormal(points, connects.data() + offsets[f], counts[f]);
+            std::copy(n.begin(), n.end(), faceNormals.begin() + 3 * f);
+        }
+    });
+    // Every part sums the face normals of one range of vertices, going over the faces in
+    // order: each vertex gets the sum a face-by-face pass gives, however many parts there are,
+    // and no two parts write the same vertex.
     const std::size_t vertexCount = points.size() / 3;
     const std::size_t parts =
         vertexCount <= kSerialLimit
@@ -118,34 +182,27 @@ void MeshData::computeVertexNormals() {
             : static_cast<std::size_t>(tbb::this_task_arena::max_concurrency());
     tbb::parallel_for(std::size_t{0}, parts, [&](std::size_t part) {
         const std::size_t first = vertexCount * part / parts;
-        const std::size_t last = vertexCount * (part + 1) / parts;
-        const auto inPart = [&](int vertex) {
-            return static_cast<std::size_t>(vertex) >= first &&
-                   static_cast<std::size_t>(vertex) < last;
-        };
-        std::fill(normals.begin() + static_cast<std::ptrdiff_t>(3 * first),
-                  normals.begin() + static_cast<std::ptrdiff_t>(3 * last), 0.0f);
-        const int* face = connects.data();
-        for (const int count : counts) {
-            if (std::any_of(face, face + count, inPart)) {
-                const std::array<float, 3> n = newellNormal(points, face, count);
-                for (int k = 0; k < count; ++k) {
-                    if (inPart(face[k])) {
-                        for (std::size_t c = 0; c < 3; ++c) {
-                            normals[3 * static_cast<std::size_t>(face[k]) + c] += n[c];
-                        }
-                    }
+        const std::size_t size = vertexCount * (part + 1) / parts - first;
+        float* sums = normals.data();
+        std::fill(sums + 3 * first, sums + 3 * (first + size), 0.0f);
+        const int* vertex = connects.data();
+        const float* faceNormal = faceNormals.data();
+        for (std::size_t f = 0; f < faceCount; ++f, faceNormal += 3) {
+            for (const int* end = vertex + counts[f]; vertex != end; ++vertex) {
+                if (static_cast<std::size_t>(*vertex) - first < size) {
+                    float* sum = sums + 3 * static_cast<std::size_t>(*vertex);
+                    sum[0] += faceNormal[0];
+                    sum[1] += faceNormal[1];
+                    sum[2] += faceNormal[2];
                 }
             }
-            face += count;
         }
-        for (std::size_t i = 3 * first; i < 3 * last; i += 3) {
-            const float length =
-                std::sqrt(normals[i] * normals[i] + normals[i + 1] * normals[i + 1] +
-                          normals[i + 2] * normals[i + 2]);
+        for (std::size_t i = 3 * first; i < 3 * (first + size); i += 3) {
+            const float length = std::sqrt(sums[i] * sums[i] + sums[i + 1] * sums[i + 1] +
+                                           sums[i + 2] * sums[i + 2]);
             if (length > 0.0f) {
                 for (std::size_t c = 0; c < 3; ++c) {
-                    normals[i + c] /= length;
+                    sums[i + c] /= length;
                 }
             }
         }
@@ -153,18 +210,24 @@ void MeshData::computeVertexNormals() {
 }
 
 void MeshData::compactNormals() {
-    std::vector<int> remap(normals.size() / 3, -1);
+    auto [normals, ids] = takeNormals();
+    BulkVector<int> remap;
+    resizeForOverwrite(remap, normals.size() / 3);
+    fillValues(remap, -1);
     BulkVector<float> kept;
-    kept.reserve(normals.size());
-    for (int& id : normalIds) {
+    resizeForOverwrite(kept, normals.size());
+    std::size_t keptCount = 0;
+    for (int& id : ids) {
         int& target = remap[static_cast<std::size_t>(id)];
         if (target < 0) {
-            target = static_cast<int>(kept.size() / 3);
-            kept.insert(kept.end(), normals.begin() + 3 * id, normals.begin() + 3 * id + 3);
+            target = static_cast<int>(keptCount);
+            std::copy_n(normals.begin() + 3 * id, 3, kept.begin() + 3 * keptCount);
+            ++keptCount;
         }
         id = target;
     }
-    normals = std::move(kept);
+    kept.resize(3 * keptCount);
+    setNormals(std::move(kept), std::move(ids));
 }
 
 MeshData::UVSet* MeshData::findUVSet(const std::string& name) {

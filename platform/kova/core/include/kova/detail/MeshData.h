@@ -1,9 +1,12 @@
 #pragma once
 
+#include <atomic>
 #include <kova/KColor.h>
 #include <kova/detail/BulkAllocator.h>
 #include <kova/detail/GeometryData.h>
+#include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kova::detail {
@@ -16,7 +19,10 @@ namespace kova::detail {
 //
 // Normals are a value table (three floats each) plus one normal id per face-vertex. A mesh
 // without user normals carries computed ones: one per vertex, the normalised sum of the
-// (area-weighted) normals of the faces around it, with normal id = vertex id.
+// (area-weighted) normals of the faces around it, with normal id = vertex id. Computed normals
+// are made when they are first read (points and faces only change through reset, which makes
+// them due again), so a mesh whose normals are replaced before anyone reads them never pays
+// for them. Reads from several threads at once are safe.
 //
 // A UV set stores, per face, either 0 (face unmapped) or the face's vertex count, and UV ids
 // only for mapped faces, in face-vertex order. Its id count is therefore below the
@@ -55,7 +61,8 @@ public:
     int numVertices() const { return static_cast<int>(points.size() / 3); }
     int numPolygons() const { return static_cast<int>(counts.size()); }
     int numFaceVertices() const { return static_cast<int>(connects.size()); }
-    int numNormals() const { return static_cast<int>(normals.size() / 3); }
+    // One per vertex while the computed normals are due, without computing them.
+    int numNormals() const;
     // The start of a float buffer, never null (even when the buffer is empty), so that
     // callers can tell an empty mesh from a failed read.
     static const float* rawStart(const BulkVector<float>& values);
@@ -65,9 +72,18 @@ public:
     // Replaces the whole mesh with valid topology: computed normals, one empty UV set
     // "map1" (current), no colour sets, no tags.
     void reset(BulkVector<float> newPoints, BulkVector<int> newCounts, BulkVector<int> newConnects);
-    // Replaces the normals by computed per-vertex normals.
-    void computeVertexNormals();
-    // Drops normals that no face-vertex refers to and renumbers the ids.
+
+    // The normal table (three floats per normal) and the normal id of every face-vertex; the
+    // computed normals are made first when they are due.
+    const BulkVector<float>& normals() const;
+    const BulkVector<int>& normalIds() const;
+    // Makes `values` (three floats per normal) and `ids` (one per face-vertex, each naming a
+    // normal) the mesh's normals, as they are: nothing is dropped or renumbered.
+    void setNormals(BulkVector<float> values, BulkVector<int> ids);
+    // Hands the normals over for an edit (computed ones made first when due); the mesh has
+    // none until setNormals gives them back.
+    std::pair<BulkVector<float>, BulkVector<int>> takeNormals();
+    // Drops normals that no face-vertex refers to and renumbers the ids in order of first use.
     void compactNormals();
 
     UVSet* findUVSet(const std::string& name);
@@ -76,12 +92,21 @@ public:
     BulkVector<float> points; // x, y, z per vertex
     BulkVector<int> counts;   // vertices per polygon
     BulkVector<int> connects; // vertex per face-vertex
-    BulkVector<float> normals;
-    BulkVector<int> normalIds; // per face-vertex
     std::vector<UVSet> uvSets;
     std::string currentUVSet;
     std::vector<ColorSet> colorSets;
     std::string currentColorSet;
+
+private:
+    // Makes the computed normals when they are due.
+    void settleNormals() const;
+    void computeVertexNormals() const;
+
+    // Set under normalsMutex_; read without it once false (double-checked).
+    mutable std::atomic<bool> normalsDue_{true};
+    mutable std::mutex normalsMutex_;
+    mutable BulkVector<float> normals_;
+    mutable BulkVector<int> normalIds_; // per face-vertex
 };
 
 // The mesh data behind `object`, or null.
