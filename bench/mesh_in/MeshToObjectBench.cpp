@@ -4,8 +4,9 @@
 //    playback), on all threads and on one; against one memcpy of the same graph-side bytes
 //    into memory that is already mapped;
 //  - cold: the first conversion in a fresh process (a child run of this program, with the
-//    allocators' caches emptied after the host mesh was built); against copying the same bytes
-//    into freshly mapped memory backed by transparent huge pages, and by ordinary pages;
+//    allocators' caches emptied after the host mesh was built), the median of five such runs;
+//    against copying the same bytes into freshly mapped memory backed by transparent huge pages,
+//    and by ordinary pages;
 //  - normals: the point-normal part of a conversion against OpenMesh's update_normals on the
 //    same mesh (when OpenMesh is there).
 // Run without arguments; a summary of the ratios follows Google Benchmark's table.
@@ -16,6 +17,7 @@
 #include "OpenMeshPeer.h"
 #endif
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -121,7 +123,7 @@ int runCold(int side, bool normals) {
 }
 
 // The cold time of a child run of this program; empty when it fails.
-std::optional<double> coldConversion(int side, bool normals) {
+std::optional<double> coldChild(int side, bool normals) {
     char self[4096] = {};
     if (readlink("/proc/self/exe", self, sizeof(self) - 1) <= 0) {
         return std::nullopt;
@@ -135,6 +137,22 @@ std::optional<double> coldConversion(int side, bool normals) {
     double ms = 0;
     const bool read = std::fscanf(child, "%lf", &ms) == 1;
     return pclose(child) == 0 && read ? std::optional(ms) : std::nullopt;
+}
+
+// The median cold time of `kColdRuns` child runs: one first conversion is a single sample,
+// at the mercy of whatever else the machine does at that moment.
+std::optional<double> coldConversion(int side, bool normals) {
+    constexpr int kColdRuns = 5;
+    std::vector<double> times;
+    for (int run = 0; run < kColdRuns; ++run) {
+        const std::optional<double> ms = coldChild(side, normals);
+        if (!ms) {
+            return std::nullopt;
+        }
+        times.push_back(*ms);
+    }
+    std::nth_element(times.begin(), times.begin() + kColdRuns / 2, times.end());
+    return times[kColdRuns / 2];
 }
 
 std::string cell(std::optional<double> value, const char* format = "%9.2f") {
