@@ -71,7 +71,7 @@ void fillPolygonCounts(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceOffsets, std:
             const std::uint32_t first = from[f];
             const std::uint32_t last = from[f + 1];
             to[f] = static_cast<int>(last - first);
-            faulty |= (last < first) | (last - first < 3) ? 1u : 0u;
+            faulty |= static_cast<unsigned>((last < first) | (last - first < 3));
         }
         for (std::size_t f = begin; faulty != 0 && f < end; ++f) {
             const std::uint32_t first = offsets[f];

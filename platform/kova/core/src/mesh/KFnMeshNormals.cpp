@@ -7,6 +7,7 @@
 #include <kova/detail/MeshData.h>
 #include <numeric>
 #include <string>
+#include <tuple>
 
 using kova::detail::BulkVector;
 using kova::detail::firstIndexWhere;
@@ -53,7 +54,9 @@ int faceVertexOf(const MeshData& mesh, const BulkVector<int>& offsets, int face,
 // Gives the face-vertices listed by `ids` (normal ids, -1 where a face-vertex keeps its normal)
 // the normals of `table`, keeping the mesh's normals elsewhere, and drops unused normals.
 void mergeNormals(MeshData& mesh, BulkVector<float> table, BulkVector<int> ids) {
-    auto [normals, normalIds] = mesh.takeNormals();
+    BulkVector<float> normals;
+    BulkVector<int> normalIds;
+    std::tie(normals, normalIds) = mesh.takeNormals();
     const int base = static_cast<int>(normals.size() / 3);
     normals.insert(normals.end(), table.begin(), table.end());
     forEachRange(ids.size(), [&](std::size_t begin, std::size_t end) {
