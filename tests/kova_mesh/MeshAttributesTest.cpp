@@ -174,6 +174,29 @@ TEST_F(MeshAttributes, PartialUVSetStoresIdsOfMappedFacesOnly) {
     EXPECT_EQ(names, (KStringArray{"map1", "partial"}));
 }
 
+TEST_F(MeshAttributes, UVCountsFollowEveryAssignment) {
+    KIntArray uvCounts, uvIds;
+    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{0, 0, 0})) << "a new mesh maps no face";
+    ASSERT_TRUE(fn.setUVs({0, 1}, {0, 1}));
+    const KIntArray everyCorner(12, 1);
+    ASSERT_TRUE(fn.assignUVs({4, 3, 5}, everyCorner));
+    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{4, 3, 5}));
+    EXPECT_EQ(uvIds, everyCorner);
+    ASSERT_TRUE(fn.assignUVs({0, 3, 0}, {0, 1, 0}));
+    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{0, 3, 0}));
+    EXPECT_EQ(uvIds, (KIntArray{0, 1, 0}));
+    EXPECT_FALSE(fn.assignUVs({4, 3, 0}, everyCorner)) << "the counts add up to 7";
+    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{0, 3, 0})) << "a refused assignment changes nothing";
+    ASSERT_TRUE(fn.assignUVs({0, 0, 0}, {}));
+    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{0, 0, 0}));
+    EXPECT_EQ(uvIds.length(), 0u);
+}
+
 TEST_F(MeshAttributes, AssignUVsRejectsBadCountsAndIds) {
     ASSERT_TRUE(fn.setUVs({0, 1, 2}, {0, 1, 2}));
     EXPECT_FALSE(fn.setUVs({0, 1}, {0})) << "u and v differ";

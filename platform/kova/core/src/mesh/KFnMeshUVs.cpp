@@ -16,6 +16,7 @@ using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
 using kova::mesh::CheckedCopy;
+using kova::mesh::checkValues;
 using kova::mesh::copyChecked;
 
 namespace {
@@ -84,10 +85,7 @@ KStatus KFnMesh::createUVSetDataMesh(const KString& name) {
     if (text.empty() || m->findUVSet(text) != nullptr) {
         return invalid("UV set name '" + text + "' is empty or taken");
     }
-    MeshData::UVSet set{text, {}, {}, {}, {}};
-    resizeForOverwrite(set.faceCounts, static_cast<std::size_t>(m->numPolygons()));
-    fillValues(set.faceCounts, 0);
-    m->uvSets.push_back(std::move(set));
+    m->uvSets.push_back(MeshData::UVSet{text, {}, {}, {}, {}});
     return KStatus();
 }
 
@@ -157,7 +155,7 @@ KStatus KFnMesh::setUVs(const KFloatArray& uArray, const KFloatArray& vArray,
     if (firstIndexWhere(set->ids.size(), [&](std::size_t k) { return set->ids[k] >= count; }) <
         set->ids.size()) {
         set->ids.clear();
-        fillValues(set->faceCounts, 0);
+        set->faceCounts.clear();
     }
     return KStatus();
 }
@@ -167,7 +165,18 @@ KStatus KFnMesh::getAssignedUVs(KIntArray& uvCounts, KIntArray& uvIds, const KSt
     MeshData* m = mesh("KFnMesh::getAssignedUVs", status);
     const MeshData::UVSet* set = m ? uvSetOf(*m, uvSet, status) : nullptr;
     if (set != nullptr) {
-        status = kova::mesh::copyOut(set->faceCounts.data(), set->faceCounts.size(), uvCounts);
+        if (!set->faceCounts.empty()) { // some faces mapped
+            status = kova::mesh::copyOut(set->faceCounts.data(), set->faceCounts.size(), uvCounts);
+        } else if (!set->ids.empty()) { // every face mapped
+            status = kova::mesh::copyOut(m->counts.data(), m->counts.size(), uvCounts);
+        } else { // no face mapped
+            status = uvCounts.setLength(static_cast<unsigned int>(m->numPolygons()));
+            int* counts = uvCounts.data();
+            forEachRange(status ? uvCounts.length() : 0,
+                         [counts](std::size_t begin, std::size_t end) {
+                             std::fill(counts + begin, counts + end, 0);
+                         });
+        }
         if (status) {
             status = kova::mesh::copyOut(set->ids.data(), set->ids.size(), uvIds);
         }
@@ -186,14 +195,14 @@ KStatus KFnMesh::assignUVs(const KIntArray& uvCounts, const KIntArray& uvIds,
     if (uvCounts.length() != static_cast<unsigned int>(m->numPolygons())) {
         return invalid("one UV count per polygon is needed");
     }
-    // The new assignment is copied while it is checked and replaces the set's only when it
-    // is valid, so that a bad one changes nothing.
+    // The new assignment is checked before it replaces the set's, so that a bad one changes
+    // nothing. Only a set that maps some faces but not all keeps its counts; for the others
+    // they follow from the polygons and the ids.
     const int* faceSizes = m->counts.data();
-    BulkVector<int> faceCounts;
-    resizeForOverwrite(faceCounts, uvCounts.length());
-    const CheckedCopy mapped = copyChecked(
-        uvCounts.data(), uvCounts.length(), faceCounts.data(),
-        [faceSizes](int count, std::size_t f) { return (count == 0) | (count == faceSizes[f]); });
+    const auto fits = [faceSizes](int count, std::size_t f) {
+        return (count == 0) | (count == faceSizes[f]);
+    };
+    const CheckedCopy mapped = checkValues(uvCounts.data(), uvCounts.length(), fits);
     if (mapped.firstInvalid < uvCounts.length()) {
         const std::size_t misfit = mapped.firstInvalid;
         return invalid("polygon " + std::to_string(misfit) + " has " +
@@ -203,6 +212,11 @@ KStatus KFnMesh::assignUVs(const KIntArray& uvCounts, const KIntArray& uvIds,
     if (mapped.sum != uvIds.length()) {
         return invalid("the UV counts add up to " + std::to_string(mapped.sum) + " but " +
                        std::to_string(uvIds.length()) + " UV ids are given");
+    }
+    BulkVector<int> faceCounts;
+    if (mapped.sum != 0 && mapped.sum != m->connects.size()) {
+        resizeForOverwrite(faceCounts, uvCounts.length());
+        copyValues(uvCounts.data(), uvCounts.length(), faceCounts.data());
     }
     const int numUVs = static_cast<int>(set->u.size());
     BulkVector<int> ids;

@@ -105,8 +105,6 @@ void MeshData::reset(BulkVector<float> newPoints, BulkVector<int> newCounts,
         normalsDue_.store(true, std::memory_order_release);
     }
     uvSets.assign(1, UVSet{"map1", {}, {}, {}, {}});
-    resizeForOverwrite(uvSets.front().faceCounts, counts.size());
-    fillValues(uvSets.front().faceCounts, 0);
     currentUVSet = "map1";
     colorSets.clear();
     currentColorSet.clear();

@@ -24,9 +24,10 @@ namespace kova::detail {
 // them due again), so a mesh whose normals are replaced before anyone reads them never pays
 // for them. Reads from several threads at once are safe.
 //
-// A UV set stores, per face, either 0 (face unmapped) or the face's vertex count, and UV ids
-// only for mapped faces, in face-vertex order. Its id count is therefore below the
-// face-vertex count whenever some face is unmapped.
+// A UV set stores UV ids only for mapped faces, in face-vertex order, so its id count is below
+// the face-vertex count whenever some face is unmapped. Only then does it also store, per
+// face, either 0 (face unmapped) or the face's vertex count; with no ids no face is mapped,
+// with one per face-vertex every face is.
 //
 // A colour set stores a colour table and one colour id per face-vertex, -1 where no colour
 // is assigned; until colours are assigned its id list is empty (nothing assigned).
@@ -41,7 +42,7 @@ public:
         std::string name;
         BulkVector<float> u;
         BulkVector<float> v;
-        BulkVector<int> faceCounts; // per face: 0 or the face's vertex count
+        BulkVector<int> faceCounts; // per face: 0 or its vertex count; empty: none or all mapped
         BulkVector<int> ids;        // mapped faces only, in face-vertex order
     };
     struct ColorSet {
