@@ -50,13 +50,54 @@ void nameUVSets(std::vector<UVSetRecord>& sets) {
     }
 }
 
+// Copies the set's indices into `ids` (unless null) and checks each against the UV count.
+// The loops have no branches (they vectorise); a range with a fault is scanned again for its
+// first one.
+void fillUVIds(const UVSetRecord& set, std::size_t setNumber, std::size_t faceVertexCount,
+               std::size_t valueCount, int* ids, MeshObjectValidation& validation) {
+    const std::uint32_t* index = set.indices->data();
+    // Within uint32: readUVSets keeps sets that fit a host UV set.
+    const auto uvs = static_cast<std::uint32_t>(valueCount);
+    const auto scan = [&, index, ids, uvs]<bool Copy>(std::size_t begin, std::size_t end) {
+        const std::uint32_t* from = index; // locals: the loop must not reload the closure
+        int* to = ids;
+        const std::uint32_t limit = uvs;
+        unsigned faulty = 0;
+#pragma omp simd reduction(| : faulty)
+        for (std::size_t k = begin; k < end; ++k) {
+            if constexpr (Copy) {
+                to[k] = static_cast<int>(from[k]);
+            }
+            faulty |= from[k] >= limit ? 1u : 0u;
+        }
+        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
+            if (index[k] >= uvs) {
+                validation.fail({MeshStep::uvs, setNumber, k},
+                                "UV index " + std::to_string(index[k]) + " at face-vertex " +
+                                    std::to_string(k) + " of UV set " + quoted(set.name.view()) +
+                                    " is out of range (" + std::to_string(valueCount) + " UVs)");
+                return;
+            }
+        }
+    };
+    parallelFill(faceVertexCount, [&scan, ids](std::size_t begin, std::size_t end) {
+        if (ids != nullptr) {
+            scan.template operator()<true>(begin, end);
+        } else {
+            scan.template operator()<false>(begin, end);
+        }
+    });
+}
+
 template <class Value>
 void fillUVSet(const Orsel::Array<Value>& values, std::size_t setNumber,
-               std::size_t faceVertexCount, UVSetRecord& set, MeshObjectValidation& validation) {
+               const GraphMeshTopology& topology, UVSetRecord& set,
+               MeshObjectValidation& validation) {
     const std::size_t valueCount = values.size();
     if (!set.u.setLength(static_cast<unsigned int>(valueCount)) ||
         !set.v.setLength(static_cast<unsigned int>(valueCount)) ||
-        !set.ids.setLength(static_cast<unsigned int>(faceVertexCount))) {
+        (!set.idsAreConnects &&
+         !set.ids.setLength(static_cast<unsigned int>(topology.faceVertexCount)))) {
         validation.fail({MeshStep::uvs, setNumber},
                         "no memory for UV set " + quoted(set.name.view()));
         return;
@@ -71,32 +112,12 @@ void fillUVSet(const Orsel::Array<Value>& values, std::size_t setNumber,
             v[i] = value[i].y;
         }
     });
-    const std::uint32_t* index = set.indices->data();
-    int* ids = set.ids.data();
-    // Within uint32: readUVSets keeps sets that fit a host UV set.
-    const auto uvs = static_cast<std::uint32_t>(valueCount);
-    // A loop without branches (it vectorises); a range with a fault is scanned again for its
-    // first one.
-    parallelFill(faceVertexCount, [&, index, ids, uvs](std::size_t begin, std::size_t end) {
-        const std::uint32_t* from = index; // locals: the loop must not reload the closure
-        int* to = ids;
-        const std::uint32_t limit = uvs;
-        unsigned faulty = 0;
-#pragma omp simd reduction(| : faulty)
-        for (std::size_t k = begin; k < end; ++k) {
-            to[k] = static_cast<int>(from[k]);
-            faulty |= from[k] >= limit ? 1u : 0u;
-        }
-        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
-            if (index[k] >= uvs) {
-                validation.fail({MeshStep::uvs, setNumber, k},
-                                "UV index " + std::to_string(index[k]) + " at face-vertex " +
-                                    std::to_string(k) + " of UV set " + quoted(set.name.view()) +
-                                    " is out of range (" + std::to_string(valueCount) + " UVs)");
-                return;
-            }
-        }
-    });
+    if (!set.idsAreConnects) {
+        fillUVIds(set, setNumber, topology.faceVertexCount, valueCount, set.ids.data(), validation);
+    } else if (valueCount < topology.pointCount) {
+        // Valid connects name points, so only a table smaller than the points needs a look.
+        fillUVIds(set, setNumber, topology.faceVertexCount, valueCount, nullptr, validation);
+    }
 }
 
 } // namespace
@@ -131,34 +152,35 @@ std::vector<UVSetRecord> readUVSets(const Zelvane::Object& object,
             return sets;
         }
         set.name = KString(hostSetName(object, name).internal_string_view());
+        set.idsAreConnects = set.indices == topology.faceVertices;
         sets.push_back(std::move(set));
     }
     nameUVSets(sets);
     return sets;
 }
 
-void fillUVSets(std::vector<UVSetRecord>& sets, std::size_t faceVertexCount,
+void fillUVSets(std::vector<UVSetRecord>& sets, const GraphMeshTopology& topology,
                 oneapi::tbb::task_group& group, MeshObjectValidation& validation) {
     for (std::size_t number = 0; number < sets.size(); ++number) {
-        group.run([&set = sets[number], number, faceVertexCount, &validation] {
+        group.run([&set = sets[number], number, &topology, &validation] {
             if (set.uv2) {
-                fillUVSet(*set.uv2, number, faceVertexCount, set, validation);
+                fillUVSet(*set.uv2, number, topology, set, validation);
             } else {
-                fillUVSet(*set.uv3, number, faceVertexCount, set, validation);
+                fillUVSet(*set.uv3, number, topology, set, validation);
             }
         });
     }
 }
 
-void writeUVSets(KFnMesh& mesh, const KIntArray& polygonCounts,
-                 const std::vector<UVSetRecord>& sets) {
+void writeUVSets(KFnMesh& mesh, const HostMeshArrays& host, const std::vector<UVSetRecord>& sets) {
     KProfilingScope scope(meshConverterCategory(), kProfilerColor, "write uvs");
     for (const UVSetRecord& set : sets) {
         if (set.name != KString("map1") && !mesh.createUVSetDataMesh(set.name)) {
             return;
         }
         if (!mesh.setUVs(set.u, set.v, &set.name) ||
-            !mesh.assignUVs(polygonCounts, set.ids, &set.name)) {
+            !mesh.assignUVs(host.polygonCounts, set.idsAreConnects ? host.polygonConnects : set.ids,
+                            &set.name)) {
             return;
         }
     }

@@ -18,12 +18,15 @@
 namespace ZelvanePlugin {
 
 // One UV set to write: its host name, the graph values (float2, or float3 of which x and y
-// are used) with one index per face-vertex, and the host arrays filled from them.
+// are used) with one index per face-vertex, and the host arrays filled from them. A set whose
+// indices are the mesh's own face-vertex array (UVs stored per point) needs no ids of its
+// own: the polygon connects are its UV ids.
 struct UVSetRecord {
     KString name;
     Orsel::Ptr<Orsel::Array<Zelvane::Math::float2>> uv2;
     Orsel::Ptr<Orsel::Array<Zelvane::Math::float3>> uv3;
     Orsel::Ptr<Orsel::Array<std::uint32_t>> indices;
+    bool idsAreConnects = false;
     KFloatArray u;
     KFloatArray v;
     KIntArray ids;
@@ -43,12 +46,12 @@ std::vector<UVSetRecord> readUVSets(const Zelvane::Object& object,
 
 // Starts one task per set on `group` that fills u, v and the ids, checking every index
 // against the values. The records must stay in place until the group's tasks have ended.
-void fillUVSets(std::vector<UVSetRecord>& sets, std::size_t faceVertexCount,
+void fillUVSets(std::vector<UVSetRecord>& sets, const GraphMeshTopology& topology,
                 oneapi::tbb::task_group& group, MeshObjectValidation& validation);
 
 // Writes the sets in order, timed as "write uvs": creates each set but "map1" (every host mesh
-// has it), sets its UVs and assigns them; stops at the first call the host refuses.
-void writeUVSets(KFnMesh& mesh, const KIntArray& polygonCounts,
-                 const std::vector<UVSetRecord>& sets);
+// has it), sets its UVs and assigns them (every face mapped, by the polygon counts); stops at
+// the first call the host refuses.
+void writeUVSets(KFnMesh& mesh, const HostMeshArrays& host, const std::vector<UVSetRecord>& sets);
 
 } // namespace ZelvanePlugin

@@ -75,7 +75,7 @@ public:
             readNormals(object_, topology_, normals_, tasks_.normals, validation_);
         }
         uvSets_ = readUVSets(object_, topology_, validation_);
-        fillUVSets(uvSets_, topology_.faceVertexCount, tasks_.uvs, validation_);
+        fillUVSets(uvSets_, topology_, tasks_.uvs, validation_);
         colorSets_ = readColorSets(object_, options_.properties, topology_, validation_);
         fillColorSets(colorSets_, topology_, tasks_.colors, validation_);
 
@@ -107,7 +107,7 @@ public:
         if (validation_.failed()) {
             return failed(emptyMeshData());
         }
-        writeUVSets(fnMesh, host_.polygonCounts, uvSets_);
+        writeUVSets(fnMesh, host_, uvSets_);
 
         tasks_.colors.wait();
         if (validation_.failed()) {

@@ -72,6 +72,22 @@ TEST_F(MeshOutput, Float3UVDataUsesXAndYAndMissingIndicesMeanOnePerFaceVertex) {
     EXPECT_EQ(faceVertexUVs(convert(*mesh), "map1"), expectedUVs(0));
 }
 
+TEST_F(MeshOutput, UVsIndexedThroughTheFaceVertexArrayFollowTheVertices) {
+    ObjectPtr mesh = ngonObject();
+    std::vector<float2> perPoint;
+    for (int p = 0; p < 10; ++p) {
+        perPoint.push_back({0.1f * float(p), 1.0f - 0.1f * float(p)});
+    }
+    perPoint.push_back({9, 9}); // one more than the points: never used
+    addPointIndexedProperty(*mesh, Geo::sFaceVertexUV, perPoint, "map1");
+    const KObject data = convert(*mesh);
+    KIntArray uvCounts, uvIds;
+    ASSERT_TRUE(KFnMesh(data).getAssignedUVs(uvCounts, uvIds));
+    EXPECT_EQ(uvCounts, (KIntArray{4, 3, 5}));
+    EXPECT_EQ(uvIds, hostFaces(data).second);
+    EXPECT_EQ(KFnMesh(data).numUVs(), 11);
+}
+
 TEST_F(MeshOutput, UVDataOfAnotherTypeIsPassedOver) {
     ObjectPtr mesh = ngonObject();
     addProperty(*mesh, uvName(0), Geo::sFaceVertexComp, std::vector<float>(12, 1.0f), "odd");

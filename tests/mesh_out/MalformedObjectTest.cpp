@@ -117,6 +117,11 @@ const Malformed kMalformed[] = {
          addProperty(m, Geo::sFaceVertexUV, Geo::sFaceVertexComp, std::vector<float2>(10), "map1");
      },
      "UV index 10 at face-vertex 10 of UV set \"map1\" is out of range (10 UVs)"},
+    {"PointUVsFewerThanThePoints",
+     [](auto& m) {
+         addPointIndexedProperty(m, Geo::sFaceVertexUV, std::vector<float2>(9), "map1");
+     },
+     "UV index 9 at face-vertex 11 of UV set \"map1\" is out of range (9 UVs)"},
     {"ShortPointColours",
      [](auto& m) { addProperty(m, Geo::sPointColor, Geo::sPointComp, std::vector<float3>(9)); },
      "\"color\" holds 9 colour values for 10 points"},

@@ -96,6 +96,18 @@ void addIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
     addProperty(mesh, name, rangeName, values, dccName);
 }
 
+// Point data `name` seen per face-vertex through the mesh's own face-vertex array, which its
+// index property shares.
+template <class T>
+void addPointIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
+                             const std::vector<T>& values, const char* dccName = nullptr) {
+    const Orsel::String rangeName = Geo::getGeoPropRangeName(name);
+    ObjectPtr range = Zelvane::createObject();
+    Geo::populateRangeGeoProperty(*range, mesh.getArray<std::uint32_t>(Geo::sFaceVertex));
+    mesh.set(rangeName, std::move(range));
+    addProperty(mesh, name, rangeName, values, dccName);
+}
+
 // A component tag over `target` ("pointTag(<tag>)" / "faceTag(<tag>)").
 inline void addTag(Zelvane::Object& mesh, const Orsel::String& target, const char* tag,
                    const std::vector<bool>& members, const char* dccName = nullptr) {
