@@ -1,6 +1,8 @@
 #pragma once
 
 #include <kova/KStatus.h>
+#include <kova/KString.h>
+#include <string>
 
 namespace kova::detail {
 
@@ -10,6 +12,11 @@ inline KStatus report(KStatus* status, const KStatus& value) {
         *status = value;
     }
     return value;
+}
+
+// A failed status for an argument the caller got wrong.
+inline KStatus invalid(const std::string& text) {
+    return KStatus(KStatus::kInvalidParameter, KString(text));
 }
 
 } // namespace kova::detail

@@ -8,13 +8,10 @@
 using kova::detail::ComponentData;
 using kova::detail::ComponentTags;
 using kova::detail::GeometryData;
+using kova::detail::invalid;
 using kova::detail::report;
 
 namespace {
-
-KStatus invalid(const std::string& text) {
-    return KStatus(KStatus::kInvalidParameter, KString(text));
-}
 
 // The geometry behind `object` after the failure-injection point `operation`.
 GeometryData* geometry(const KObject& object, const char* operation, KStatus& status) {

@@ -13,6 +13,7 @@
 
 using kova::detail::BulkVector;
 using kova::detail::forEachRange;
+using kova::detail::invalid;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
@@ -20,10 +21,6 @@ using kova::mesh::CheckedCopy;
 using kova::mesh::copyChecked;
 
 namespace {
-
-KStatus invalid(const std::string& text) {
-    return KStatus(KStatus::kInvalidParameter, KString(text));
-}
 
 // The arrays of a new mesh, copied from the caller's arrays.
 struct Topology {

@@ -1,5 +1,6 @@
 #include "detail/ParallelLoops.h"
 #include "detail/Report.h"
+#include "mesh/NamedSets.h"
 
 #include <algorithm>
 #include <kova/KFnMesh.h>
@@ -9,24 +10,16 @@
 using kova::detail::copyValues;
 using kova::detail::firstIndexWhere;
 using kova::detail::forEachRange;
+using kova::detail::invalid;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
 
 namespace {
 
-KStatus invalid(const std::string& text) {
-    return KStatus(KStatus::kInvalidParameter, KString(text));
-}
-
 // The named colour set (null name: the current one), or null with a failed status.
 MeshData::ColorSet* colorSetOf(MeshData& mesh, const KString* name, KStatus& status) {
-    const std::string wanted = name ? std::string(name->view()) : mesh.currentColorSet;
-    MeshData::ColorSet* set = mesh.findColorSet(wanted);
-    if (set == nullptr) {
-        status = invalid("no colour set '" + wanted + "'");
-    }
-    return set;
+    return kova::mesh::namedSet(mesh.colorSets, name, mesh.currentColorSet, "colour", status);
 }
 
 KColor clamped(const KColor& c) {
@@ -54,15 +47,7 @@ int KFnMesh::numColors(const KString* colorSet, KStatus* status) const {
 KStatus KFnMesh::getColorSetNames(KStringArray& names) const {
     KStatus status;
     const MeshData* m = mesh("KFnMesh::getColorSetNames", status);
-    if (m != nullptr) {
-        names.clear();
-        for (const auto& set : m->colorSets) {
-            if (status = names.append(KString(set.name)); !status) {
-                break;
-            }
-        }
-    }
-    return status;
+    return m ? kova::mesh::copySetNames(m->colorSets, names) : status;
 }
 
 KString KFnMesh::getCurrentColorSetName(KStatus* status) const {

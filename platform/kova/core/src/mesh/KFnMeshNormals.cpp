@@ -12,15 +12,12 @@
 using kova::detail::BulkVector;
 using kova::detail::firstIndexWhere;
 using kova::detail::forEachRange;
+using kova::detail::invalid;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
 
 namespace {
-
-KStatus invalid(const std::string& text) {
-    return KStatus(KStatus::kInvalidParameter, KString(text));
-}
 
 // The normals as a table of three floats each, converted in parallel.
 BulkVector<float> normalTable(const KVectorArray& normals) {

@@ -2,6 +2,7 @@
 #include "detail/Report.h"
 #include "mesh/CheckedCopy.h"
 #include "mesh/MeshAccess.h"
+#include "mesh/NamedSets.h"
 
 #include <algorithm>
 #include <kova/KFnMesh.h>
@@ -12,6 +13,7 @@ using kova::detail::BulkVector;
 using kova::detail::copyValues;
 using kova::detail::firstIndexWhere;
 using kova::detail::forEachRange;
+using kova::detail::invalid;
 using kova::detail::MeshData;
 using kova::detail::report;
 using kova::detail::resizeForOverwrite;
@@ -21,18 +23,9 @@ using kova::mesh::copyChecked;
 
 namespace {
 
-KStatus invalid(const std::string& text) {
-    return KStatus(KStatus::kInvalidParameter, KString(text));
-}
-
 // The named UV set (null name: the current one), or null with a failed status.
 MeshData::UVSet* uvSetOf(MeshData& mesh, const KString* name, KStatus& status) {
-    const std::string wanted = name ? std::string(name->view()) : mesh.currentUVSet;
-    MeshData::UVSet* set = mesh.findUVSet(wanted);
-    if (set == nullptr) {
-        status = invalid("no UV set '" + wanted + "'");
-    }
-    return set;
+    return kova::mesh::namedSet(mesh.uvSets, name, mesh.currentUVSet, "UV", status);
 }
 
 } // namespace
@@ -48,15 +41,7 @@ int KFnMesh::numUVs(const KString* uvSet, KStatus* status) const {
 KStatus KFnMesh::getUVSetNames(KStringArray& names) const {
     KStatus status;
     const MeshData* m = mesh("KFnMesh::getUVSetNames", status);
-    if (m != nullptr) {
-        names.clear();
-        for (const auto& set : m->uvSets) {
-            if (status = names.append(KString(set.name)); !status) {
-                break;
-            }
-        }
-    }
-    return status;
+    return m ? kova::mesh::copySetNames(m->uvSets, names) : status;
 }
 
 KString KFnMesh::getCurrentUVSetName(KStatus* status) const {
