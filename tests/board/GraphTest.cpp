@@ -1,3 +1,5 @@
+#include "WiredGraph.h"
+
 #include <board/Graph.h>
 #include <gtest/gtest.h>
 #include <zelvane/Object.h>
@@ -52,36 +54,33 @@ TEST(GraphWiring, RefusesUnknownKindsPortsDuplicatesAndDoublyFedInputs) {
 }
 
 TEST(GraphRun, ChainsOperatorsWhateverOrderTheyWereAdded) {
-    Graph graph;
-    ASSERT_TRUE(graph.addOperator("second", "passThrough"));
-    ASSERT_TRUE(graph.addOperator("first", "passThrough"));
-    ASSERT_TRUE(graph.connect("in", "first.in"));
-    ASSERT_TRUE(graph.connect("first.out", "second.in"));
-    ASSERT_TRUE(graph.connect("second.out", "out"));
+    Graph graph =
+        wiredGraph({{"second", "passThrough"}, {"first", "passThrough"}},
+                   {{"in", "first.in"}, {"first.out", "second.in"}, {"second.out", "out"}});
     const auto object = pointsObject({{1, 2, 3}});
     const PortValues out = graph.run({{"in", singleObject(object)}});
     ASSERT_EQ(out.count("out"), 1u);
     EXPECT_EQ(out.at("out").getOrselClass().get(), object.get());
+
+    // A body replaces the operators and wires.
+    graph.setBody([](const PortValues& in) { return PortValues{{"echo", in.at("in")}}; });
+    const PortValues echoed = graph.run({{"in", translation(1, 2, 3)}});
+    EXPECT_EQ(echoed.count("out"), 0u);
+    EXPECT_EQ(echoed.count("echo"), 1u);
 }
 
 TEST(GraphRun, CycleGivesNoOutputsAndSaysWhy) {
-    Graph graph;
-    ASSERT_TRUE(graph.addOperator("a", "passThrough"));
-    ASSERT_TRUE(graph.addOperator("b", "passThrough"));
-    ASSERT_TRUE(graph.connect("a.out", "b.in"));
-    ASSERT_TRUE(graph.connect("b.out", "a.in"));
-    ASSERT_TRUE(graph.connect("b.out", "out"));
+    const Graph graph = wiredGraph({{"a", "passThrough"}, {"b", "passThrough"}},
+                                   {{"a.out", "b.in"}, {"b.out", "a.in"}, {"b.out", "out"}});
     std::string error;
     EXPECT_TRUE(graph.run({}, &error).empty());
     EXPECT_NE(error.find("cycle"), std::string::npos);
 }
 
 TEST(TransformPoints, MovesCopiesAndLeavesInputsAlone) {
-    Graph graph;
-    ASSERT_TRUE(graph.addOperator("move", "transformPoints"));
-    ASSERT_TRUE(graph.connect("objects", "move.objects"));
-    ASSERT_TRUE(graph.connect("xf", "move.transform"));
-    ASSERT_TRUE(graph.connect("move.objects", "out"));
+    const Graph graph = wiredGraph(
+        {{"move", "transformPoints"}},
+        {{"objects", "move.objects"}, {"xf", "move.transform"}, {"move.objects", "out"}});
     const auto first = pointsObject({{1, 2, 3}, {0, 0, 0}});
     auto named = Zelvane::createObject();
     named->set("label", "no points");
@@ -102,10 +101,8 @@ TEST(TransformPoints, MovesCopiesAndLeavesInputsAlone) {
 }
 
 TEST(MergeObjects, LaterPropertiesReplaceEarlierOnes) {
-    Graph graph;
-    ASSERT_TRUE(graph.addOperator("merge", "mergeObjects"));
-    ASSERT_TRUE(graph.connect("objects", "merge.objects"));
-    ASSERT_TRUE(graph.connect("merge.object", "out"));
+    const Graph graph = wiredGraph({{"merge", "mergeObjects"}},
+                                   {{"objects", "merge.objects"}, {"merge.object", "out"}});
     auto a = Zelvane::createObject();
     a->set("shared", 1.0f);
     a->set("onlyA", 2.0f);
@@ -120,15 +117,4 @@ TEST(MergeObjects, LaterPropertiesReplaceEarlierOnes) {
     EXPECT_EQ(merged->propertyCount(), 2u);
     EXPECT_EQ(*merged->get<float>("shared"), 3.0f);
     EXPECT_EQ(*merged->get<float>("onlyA"), 2.0f);
-}
-
-TEST(GraphBody, ReplacesOperatorsAndWires) {
-    Graph graph;
-    ASSERT_TRUE(graph.addOperator("a", "passThrough"));
-    ASSERT_TRUE(graph.connect("in", "a.in"));
-    ASSERT_TRUE(graph.connect("a.out", "out"));
-    graph.setBody([](const PortValues& in) { return PortValues{{"echo", in.at("in")}}; });
-    const PortValues out = graph.run({{"in", translation(1, 2, 3)}});
-    EXPECT_EQ(out.count("out"), 0u);
-    ASSERT_EQ(out.count("echo"), 1u);
 }

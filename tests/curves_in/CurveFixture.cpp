@@ -1,7 +1,6 @@
 #include "CurveFixture.h"
 
 #include <cmath>
-#include <dlfcn.h>
 #include <kova/KDoubleArray.h>
 #include <kova/KFnDagNode.h>
 #include <kova/KFnGeometryData.h>
@@ -51,27 +50,12 @@ Curve hexagon() {
 
 namespace {
 
-KPointArray pointArray(const std::vector<KPoint>& points) {
-    KPointArray array;
-    for (const KPoint& p : points) {
-        array.append(p);
-    }
-    return array;
-}
-
-KDoubleArray doubleArray(const std::vector<double>& values) {
-    KDoubleArray array;
-    for (double v : values) {
-        array.append(v);
-    }
-    return array;
-}
-
 KObject create(const curves::Curve& curve, const KObject& owner) {
     KStatus status;
     KFnNurbsCurve fn;
-    const KObject made = fn.create(pointArray(curve.cvs), doubleArray(curve.knots), curve.degree,
-                                   curve.form, false, curve.rational, owner, &status);
+    const KObject made = fn.create(KPointArray(curve.cvs.data(), unsigned(curve.cvs.size())),
+                                   KDoubleArray(curve.knots.data(), unsigned(curve.knots.size())),
+                                   curve.degree, curve.form, false, curve.rational, owner, &status);
     EXPECT_TRUE(status) << status.errorString();
     return owner.isNull() ? fn.object() : made;
 }
@@ -80,20 +64,11 @@ KObject create(const curves::Curve& curve, const KObject& owner) {
 
 void CurveConversion::SetUp() {
     BoardScene::SetUp();
-    library_ = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
-    ASSERT_NE(library_, nullptr);
-    converter_ = reinterpret_cast<Converter>(dlsym(
-        library_, "_Z18kovaCurvesToObjectRKSt6vectorI5KPlugSaIS0_EERKS_I11KDataHandleSaIS5_EERKN2"
-                  "3ZelvaneBoardInputByPath12CurveOptionsEbS0_"));
+    converter_ = pluginFunction<Converter>(
+        "_Z18kovaCurvesToObjectRKSt6vectorI5KPlugSaIS0_EERKS_I11KDataHandleSaIS5_EERKN23Zelvane"
+        "BoardInputByPath12CurveOptionsEbS0_");
     ASSERT_NE(converter_, nullptr);
     ASSERT_TRUE(addPort("in", ZelvaneGraph::Executor::PortDirection::Input, Zelvane::objectType()));
-}
-
-void CurveConversion::TearDown() {
-    if (library_) {
-        dlclose(library_);
-    }
-    BoardScene::TearDown();
 }
 
 KObject CurveConversion::curveData(const curves::Curve& curve) {
@@ -148,46 +123,25 @@ Orsel::Ptr<Zelvane::Object> CurveConversion::convert(const Sources& sources,
     return converter_(sources.plugs, sources.handles, options, true, plug("board1.in"));
 }
 
-std::vector<float3> positionsOf(const Zelvane::Object& strands) {
-    const auto array = strands.getArray<float3>(Zelvane::Geometry::sPointPosition);
-    return array ? std::vector<float3>(array->begin(), array->end()) : std::vector<float3>();
+CurveOptions sampledBy(CurveSampling sampling, float step, bool even) {
+    CurveOptions options;
+    options.sampling = sampling;
+    const bool byCount = sampling == CurveSampling::ByCVCount;
+    (byCount ? options.sampleRate : options.segmentLength) = step;
+    (byCount ? options.uniformByLength : options.evenSegments) = even;
+    return options;
 }
 
-std::vector<std::uint32_t> offsetsOf(const Zelvane::Object& strands) {
-    const auto array = strands.getArray<std::uint32_t>(Zelvane::Geometry::sStrandOffset);
-    return array ? std::vector<std::uint32_t>(array->begin(), array->end())
-                 : std::vector<std::uint32_t>();
-}
-
-namespace {
-
-template <class T>
-std::vector<T> dataOf(const Zelvane::Object& strands, const char* name, std::string* target) {
-    const auto property = strands.getObject(name);
-    if (!property) {
-        return {};
+std::vector<std::string> errorsOf(const KMessageCapture& capture) {
+    std::vector<std::string> texts;
+    for (const KString& text : capture.errors()) {
+        texts.emplace_back(text.view());
     }
-    if (target) {
-        const auto* text = property->get<Orsel::String>(Zelvane::Geometry::sTarget);
-        *target = text ? std::string(text->internal_string_view()) : std::string();
-    }
-    const auto array = property->getArray<T>(Zelvane::Geometry::sData);
-    return array ? std::vector<T>(array->begin(), array->end()) : std::vector<T>();
-}
-
-} // namespace
-
-std::vector<float> floatsOf(const Zelvane::Object& strands, const char* name, std::string* target) {
-    return dataOf<float>(strands, name, target);
-}
-
-std::vector<float3> vectorsOf(const Zelvane::Object& strands, const char* name) {
-    return dataOf<float3>(strands, name, nullptr);
+    return texts;
 }
 
 std::vector<std::uint32_t> tagPoints(const Zelvane::Object& strands, const char* name) {
-    const std::string property = std::string("pointTag(") + name + ")";
-    const auto members = dataOf<bool>(strands, property.c_str(), nullptr);
+    const auto members = propertyData<bool>(strands, std::string("pointTag(") + name + ")");
     std::vector<std::uint32_t> points;
     for (std::size_t i = 0; i < members.size(); ++i) {
         if (members[i]) {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "BoardScene.h"
+#include "GraphObjectValues.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <kova/KFnNurbsCurve.h>
+#include <kova/KMessageCapture.h>
 #include <kova/KPoint.h>
 #include <orsel/Ptr.h>
 #include <string>
@@ -49,7 +51,6 @@ protected:
                                                              const CurveOptions&, bool, KPlug);
 
     void SetUp() override;
-    void TearDown() override;
 
     // New curve data holding `curve`.
     static KObject curveData(const curves::Curve& curve);
@@ -77,23 +78,40 @@ protected:
     static KDataHandle valueOf(const KPlug& plug);
 
     Converter converter_ = nullptr;
-
-private:
-    void* library_ = nullptr;
 };
 
+// Options sampling by CV count at `step` samples per span (evenly in length when `even`, else
+// in parameter) or by segment length `step` (spread evenly over the curve when `even`, else
+// stepping exactly).
+CurveOptions sampledBy(CurveSampling sampling, float step, bool even = false);
+inline CurveOptions byCVCount(float rate, bool uniformByLength = false) {
+    return sampledBy(CurveSampling::ByCVCount, rate, uniformByLength);
+}
+inline CurveOptions bySegmentLength(float segmentLength, bool even = false) {
+    return sampledBy(CurveSampling::BySegmentLength, segmentLength, even);
+}
+
 // Reading the strand object.
-std::vector<float3> positionsOf(const Zelvane::Object& strands);
-std::vector<std::uint32_t> offsetsOf(const Zelvane::Object& strands);
-// The data of the geometry property `name` (empty when missing); its target in `target`.
-std::vector<float> floatsOf(const Zelvane::Object& strands, const char* name,
-                            std::string* target = nullptr);
-std::vector<float3> vectorsOf(const Zelvane::Object& strands, const char* name);
+inline std::vector<float3> positionsOf(const Zelvane::Object& strands) {
+    return values<float3>(strands, Zelvane::Geometry::sPointPosition);
+}
+inline std::vector<std::uint32_t> offsetsOf(const Zelvane::Object& strands) {
+    return values<std::uint32_t>(strands, Zelvane::Geometry::sStrandOffset);
+}
 // The members of the point tag "pointTag(<name>)", ascending; empty when there is no such tag.
 std::vector<std::uint32_t> tagPoints(const Zelvane::Object& strands, const char* name);
 
-// Matchers for points.
+// The texts of the errors captured.
+std::vector<std::string> errorsOf(const KMessageCapture& capture);
+
+// Matchers for points: one within `tolerance` of `expected`, and a pair within 2e-6 (for
+// Pointwise).
 MATCHER_P2(NearPoint, expected, tolerance, "") {
     return std::abs(arg.x - expected.x) <= tolerance && std::abs(arg.y - expected.y) <= tolerance &&
            std::abs(arg.z - expected.z) <= tolerance;
+}
+MATCHER(PointEq, "") {
+    const auto& [actual, expected] = arg;
+    return std::abs(actual.x - expected.x) <= 2e-6f && std::abs(actual.y - expected.y) <= 2e-6f &&
+           std::abs(actual.z - expected.z) <= 2e-6f;
 }

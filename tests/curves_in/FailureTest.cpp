@@ -4,7 +4,6 @@
 #include "CurveFixture.h"
 
 #include <kova/KFnNurbsCurveData.h>
-#include <kova/KMessageCapture.h>
 #include <kova/KProfiler.h>
 #include <kova/KStringResource.h>
 #include <set>
@@ -20,18 +19,8 @@ std::string failureText(const char* curve, const char* input, const char* reason
            "' to Zelvane strands for input '" + input + "' in 'board1'. " + reason;
 }
 
-std::vector<std::string> errorsOf(const KMessageCapture& capture) {
-    std::vector<std::string> texts;
-    for (const KString& text : capture.errors()) {
-        texts.emplace_back(text.view());
-    }
-    return texts;
-}
-
 CurveOptions sampled() {
-    CurveOptions options;
-    options.sampling = CurveSampling::ByCVCount;
-    options.sampleRate = 2.0f;
+    CurveOptions options = byCVCount(2.0f);
     options.computeTangents = true;
     options.addLengths = true;
     return options;
@@ -48,12 +37,9 @@ using Failures = CurveConversion;
 TEST_F(Failures, SegmentLengthNotAboveZeroFailsBeforeAnyCurveIsRead) {
     const Sources curves = sources({curveData(line()), curveData(line())});
     for (const float segmentLength : {0.0f, -2.0f}) {
-        CurveOptions options;
-        options.sampling = CurveSampling::BySegmentLength;
-        options.segmentLength = segmentLength;
         const KMessageCapture capture;
         KFailureInjection::setCounting(true);
-        EXPECT_FALSE(convert(curves, options));
+        EXPECT_FALSE(convert(curves, bySegmentLength(segmentLength)));
         EXPECT_EQ(KFailureInjection::callCount("KFnNurbsCurve::setObject"), 0);
         KFailureInjection::reset();
         EXPECT_THAT(errorsOf(capture), ElementsAre(failureText(
@@ -83,19 +69,18 @@ TEST_F(Failures, ACurveWithoutHandleCannotBeRead) {
     EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("crv2", "in", kCurveIsInvalid)));
 }
 
+// Converting an input plug, the curve is named by the plug feeding it; unconnected, by nothing.
 TEST_F(Failures, InputPlugsNameTheCurveThatFeedsThem) {
     const KPlug source = curveSource("feeder", KFnNurbsCurveData().create());
-    connect(source, plug("board1.in"));
-    const KMessageCapture capture;
-    EXPECT_FALSE(converter_({plug("board1.in")}, {valueOf(source)}, {}, false, KPlug()));
-    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("feeder", "in", kCurveIsInvalid)));
-}
-
-TEST_F(Failures, AnUnconnectedInputPlugLeavesTheCurveNameEmpty) {
-    const KPlug source = curveSource("crv1", KFnNurbsCurveData().create());
-    const KMessageCapture capture;
-    EXPECT_FALSE(converter_({plug("board1.in")}, {valueOf(source)}, {}, false, KPlug()));
-    EXPECT_THAT(errorsOf(capture), ElementsAre(failureText("", "in", kCurveIsInvalid)));
+    for (const bool connected : {false, true}) {
+        if (connected) {
+            connect(source, plug("board1.in"));
+        }
+        const KMessageCapture capture;
+        EXPECT_FALSE(converter_({plug("board1.in")}, {valueOf(source)}, {}, false, KPlug()));
+        EXPECT_THAT(errorsOf(capture),
+                    ElementsAre(failureText(connected ? "feeder" : "", "in", kCurveIsInvalid)));
+    }
 }
 
 TEST_F(Failures, OneFailingSampleFailsTheCurveAfterTheOthersAreTaken) {

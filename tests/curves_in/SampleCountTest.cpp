@@ -24,19 +24,16 @@ curves::Curve straight(int numCVs) {
     return curves::polyline(points);
 }
 
-CurveOptions segments(float segmentLength, bool even = false) {
-    CurveOptions options;
-    options.sampling = CurveSampling::BySegmentLength;
-    options.segmentLength = segmentLength;
-    options.evenSegments = even;
-    return options;
-}
-
 } // namespace
 
 using SampleCount = CurveConversion;
 
+// No curves give no points and the single offset 0.
 TEST_F(SampleCount, CVsGiveOnePointPerCVWithThePeriodicOverlapKept) {
+    const auto none = convert(std::vector<KObject>{});
+    ASSERT_TRUE(none);
+    EXPECT_EQ(offsetsOf(*none), std::vector<std::uint32_t>{0});
+    EXPECT_TRUE(positionsOf(*none).empty());
     const auto strands = convert({curveData(straight(3)), curveData(curves::hexagon())});
     ASSERT_TRUE(strands);
     EXPECT_EQ(offsetsOf(*strands), (std::vector<std::uint32_t>{0, 3, 12}));
@@ -47,23 +44,13 @@ TEST_F(SampleCount, CVsGiveOnePointPerCVWithThePeriodicOverlapKept) {
     }
 }
 
-TEST_F(SampleCount, NoCurvesGiveNoPointsAndTheSingleOffsetZero) {
-    const auto strands = convert(std::vector<KObject>{});
-    ASSERT_TRUE(strands);
-    EXPECT_EQ(offsetsOf(*strands), std::vector<std::uint32_t>{0});
-    EXPECT_TRUE(positionsOf(*strands).empty());
-}
-
 // (CVs, rate, points): max(2, round(rate * (CVs - 1)) + 1), halves rounded away from zero.
 class ByCVCount : public CurveConversion,
                   public ::testing::WithParamInterface<std::tuple<int, float, std::uint32_t>> {};
 
 TEST_P(ByCVCount, RoundsTheScaledSpanCountAndKeepsAtLeastTwoPoints) {
     const auto [numCVs, rate, expected] = GetParam();
-    CurveOptions options;
-    options.sampling = CurveSampling::ByCVCount;
-    options.sampleRate = rate;
-    const auto strands = convert({curveData(straight(numCVs))}, options);
+    const auto strands = convert({curveData(straight(numCVs))}, byCVCount(rate));
     ASSERT_TRUE(strands);
     EXPECT_EQ(strandSizes(*strands), std::vector<std::uint32_t>{expected});
 }
@@ -84,7 +71,7 @@ TEST_F(SampleCount, SegmentLengthCountsWholeSegmentsPlusOne) {
     for (const auto& [segmentLength, expected] :
          {std::pair{3.0f, 4u}, {5.0f, 3u}, {2.5f, 5u}, {10.0f, 2u}, {25.0f, 2u}, {0.5f, 21u}}) {
         for (const bool even : {false, true}) {
-            const auto strands = convert({line}, segments(segmentLength, even));
+            const auto strands = convert({line}, bySegmentLength(segmentLength, even));
             ASSERT_TRUE(strands);
             EXPECT_EQ(strandSizes(*strands), std::vector<std::uint32_t>{expected})
                 << "segment length " << segmentLength << (even ? " even" : "");
@@ -95,9 +82,9 @@ TEST_F(SampleCount, SegmentLengthCountsWholeSegmentsPlusOne) {
 TEST_F(SampleCount, SegmentLengthsBelowTheSmallestStepUseIt) {
     // Length 1.00005: 10000.5 steps of 0.0001, 5000.25 of 0.0002.
     const KObject line = curveData(curves::polyline({{0, 0, 0}, {1.00005, 0, 0}}));
-    const auto tiny = convert({line}, segments(0.00005f));
-    const auto smallest = convert({line}, segments(0.0001f));
-    const auto twice = convert({line}, segments(0.0002f));
+    const auto tiny = convert({line}, bySegmentLength(0.00005f));
+    const auto smallest = convert({line}, bySegmentLength(0.0001f));
+    const auto twice = convert({line}, bySegmentLength(0.0002f));
     ASSERT_TRUE(tiny && smallest && twice);
     EXPECT_EQ(strandSizes(*tiny), std::vector<std::uint32_t>{10001});
     EXPECT_EQ(strandSizes(*smallest), std::vector<std::uint32_t>{10001});

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <tuple>
 #include <zelvane/geometry/Names.h>
 
 using ::testing::ElementsAre;
@@ -13,22 +14,6 @@ using ::testing::Pointwise;
 namespace {
 
 constexpr float kTolerance = 2e-6f;
-
-CurveOptions byCVCount(float rate, bool uniformByLength = false) {
-    CurveOptions options;
-    options.sampling = CurveSampling::ByCVCount;
-    options.sampleRate = rate;
-    options.uniformByLength = uniformByLength;
-    return options;
-}
-
-CurveOptions bySegmentLength(float segmentLength, bool even = false) {
-    CurveOptions options;
-    options.sampling = CurveSampling::BySegmentLength;
-    options.segmentLength = segmentLength;
-    options.evenSegments = even;
-    return options;
-}
 
 std::vector<float3> alongX(const std::vector<double>& xs) {
     std::vector<float3> points;
@@ -48,36 +33,22 @@ double fullAngle(const float3& p) {
     return angle < -1e-6 ? angle + 2.0 * std::numbers::pi : std::max(angle, 0.0);
 }
 
-MATCHER(PointEq, "") {
-    const auto& [actual, expected] = arg;
-    return std::abs(actual.x - expected.x) <= kTolerance &&
-           std::abs(actual.y - expected.y) <= kTolerance &&
-           std::abs(actual.z - expected.z) <= kTolerance;
-}
-
 } // namespace
 
 using Sampling = CurveConversion;
 
-TEST_F(Sampling, SegmentLengthStepsExactlyAndLeavesTheRemainder) {
-    const KObject line = curveData(curves::polyline({{0, 0, 0}, {4, 0, 0}, {10, 0, 0}}));
-    const auto strands = convert({line}, bySegmentLength(3.0f));
-    ASSERT_TRUE(strands);
-    EXPECT_THAT(positionsOf(*strands), Pointwise(PointEq(), alongX({0, 3, 6, 9})));
-}
-
-TEST_F(Sampling, EvenSegmentsSpreadTheLengthOverTheCount) {
-    const KObject line = curveData(curves::polyline({{0, 0, 0}, {4, 0, 0}, {10, 0, 0}}));
-    const auto strands = convert({line}, bySegmentLength(3.0f, true));
-    ASSERT_TRUE(strands);
-    EXPECT_THAT(positionsOf(*strands), Pointwise(PointEq(), alongX({0, 10.0 / 3, 20.0 / 3, 10})));
-}
-
-TEST_F(Sampling, CurveShorterThanTheSegmentGetsItsTwoEnds) {
-    const KObject line = curveData(curves::polyline({{0, 0, 0}, {2, 0, 0}}));
-    const auto strands = convert({line}, bySegmentLength(5.0f));
-    ASSERT_TRUE(strands);
-    EXPECT_THAT(positionsOf(*strands), Pointwise(PointEq(), alongX({0, 2})));
+// Along a line of length 10 (or 2) in steps of 3: exact steps leave the remainder, even ones
+// spread the length over the count; a curve shorter than one step gets its two ends.
+TEST_F(Sampling, SegmentLengthStepsExactlyOrEvenly) {
+    const KObject ten = curveData(curves::polyline({{0, 0, 0}, {4, 0, 0}, {10, 0, 0}}));
+    const KObject two = curveData(curves::polyline({{0, 0, 0}, {2, 0, 0}}));
+    for (const auto& [line, even, xs] : {std::tuple{ten, false, std::vector<double>{0, 3, 6, 9}},
+                                         {ten, true, {0, 10.0 / 3, 20.0 / 3, 10}},
+                                         {two, false, {0, 2}}}) {
+        const auto strands = convert({line}, bySegmentLength(3.0f, even));
+        ASSERT_TRUE(strands);
+        EXPECT_THAT(positionsOf(*strands), Pointwise(PointEq(), alongX(xs))) << even;
+    }
 }
 
 TEST_F(Sampling, ByCVCountIsEvenInParameterOrInLength) {
@@ -136,7 +107,7 @@ TEST_F(Sampling, CurveTangentsAreUnitAndAlongTheCircle) {
     const auto strands = convert({curveData(curves::circle(3.0))}, options);
     ASSERT_TRUE(strands);
     const std::vector<float3> points = positionsOf(*strands);
-    const std::vector<float3> tangents = vectorsOf(*strands, "tangent");
+    const std::vector<float3> tangents = propertyData<float3>(*strands, "tangent");
     ASSERT_EQ(tangents.size(), points.size());
     for (std::size_t j = 0; j < points.size(); ++j) {
         const double angle = angleOf(points[j]);
@@ -147,14 +118,31 @@ TEST_F(Sampling, CurveTangentsAreUnitAndAlongTheCircle) {
     }
 }
 
+// CV strands of a circle: rational CVs are divided by their weights; without lengths or
+// tangents only ratios are added; tangents follow the polyline of the CVs.
 TEST_F(Sampling, RationalCVsAreDividedByTheirWeights) {
-    const auto strands = convert({curveData(curves::circle(2.0))});
+    const KObject circle = curveData(curves::circle(2.0));
+    const auto strands = convert({circle});
     ASSERT_TRUE(strands);
     const std::vector<float3> points = positionsOf(*strands);
     ASSERT_EQ(points.size(), 9u);
     EXPECT_THAT(points[1], NearPoint(float3{2, 2, 0}, kTolerance));
     EXPECT_THAT(points[3], NearPoint(float3{-2, 2, 0}, kTolerance));
     EXPECT_THAT(points[4], NearPoint(float3{-2, 0, 0}, kTolerance));
+    EXPECT_TRUE(strands->has("pointRatio"));
+    for (const char* name : {"pointLength", "strandLength", "tangent"}) {
+        EXPECT_FALSE(strands->has(name)) << name;
+    }
+
+    CurveOptions options;
+    options.computeTangents = true;
+    const auto withTangents = convert({circle}, options);
+    ASSERT_TRUE(withTangents);
+    const std::vector<float3> tangents = propertyData<float3>(*withTangents, "tangent");
+    ASSERT_EQ(tangents.size(), 9u);
+    // At CV 1 (2, 2) the neighbours are (2, 0) and (0, 2).
+    const float h = static_cast<float>(std::sqrt(0.5));
+    EXPECT_THAT(tangents[1], NearPoint(float3{-h, h, 0}, kTolerance));
 }
 
 TEST_F(Sampling, PeriodicCurveClosesAndStartsAtItsBlendOfCVs) {
@@ -181,25 +169,13 @@ TEST_P(LinearTangents, FollowThePolyline) {
     const auto strands = convert({bent}, options);
     ASSERT_TRUE(strands);
     const float h = static_cast<float>(std::sqrt(0.5));
-    EXPECT_THAT(vectorsOf(*strands, "tangent"),
+    EXPECT_THAT(propertyData<float3>(*strands, "tangent"),
                 Pointwise(PointEq(), std::vector<float3>{{1, 0, 0}, {h, h, 0}, {0, 1, 0}}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, LinearTangents,
                          ::testing::Values(CurveOptions(), byCVCount(1.0f), byCVCount(1.0f, true),
                                            bySegmentLength(1.0f), bySegmentLength(0.9f, true)));
-
-TEST_F(Sampling, CVStrandsOfCurvedCurvesGetPolylineTangents) {
-    CurveOptions options;
-    options.computeTangents = true;
-    const auto strands = convert({curveData(curves::circle(1.0))}, options);
-    ASSERT_TRUE(strands);
-    const std::vector<float3> tangents = vectorsOf(*strands, "tangent");
-    ASSERT_EQ(tangents.size(), 9u);
-    // At CV 1 (1, 1) the neighbours are (1, 0) and (0, 1).
-    const float h = static_cast<float>(std::sqrt(0.5));
-    EXPECT_THAT(tangents[1], NearPoint(float3{-h, h, 0}, kTolerance));
-}
 
 TEST_F(Sampling, LengthsAndRatiosMeasureEachStrand) {
     CurveOptions options = bySegmentLength(3.0f);
@@ -209,22 +185,13 @@ TEST_F(Sampling, LengthsAndRatiosMeasureEachStrand) {
     const KObject four = curveData(curves::polyline({{0, 0, 0}, {0, 4, 0}}));
     const auto strands = convert({ten, four}, options);
     ASSERT_TRUE(strands);
-    std::string target;
-    EXPECT_THAT(floatsOf(*strands, "pointLength", &target), ElementsAre(0, 3, 6, 9, 0, 3));
-    EXPECT_EQ(target, "point");
-    EXPECT_THAT(floatsOf(*strands, "strandLength", &target), ElementsAre(9, 3));
-    EXPECT_EQ(target, "strand");
-    const std::vector<float> ratios = floatsOf(*strands, "pointRatio", &target);
-    EXPECT_EQ(target, "point");
+    EXPECT_THAT(propertyData<float>(*strands, "pointLength"), ElementsAre(0, 3, 6, 9, 0, 3));
+    EXPECT_THAT(propertyData<float>(*strands, "strandLength"), ElementsAre(9, 3));
+    for (const auto& [name, target] :
+         {std::pair{"pointLength", "point"}, {"strandLength", "strand"}, {"pointRatio", "point"}}) {
+        EXPECT_EQ(stringMember(*strands, name, Zelvane::Geometry::sTarget), target) << name;
+    }
+    const std::vector<float> ratios = propertyData<float>(*strands, "pointRatio");
     EXPECT_THAT(ratios, Pointwise(::testing::FloatNear(1e-6f),
                                   std::vector<float>{0, 1.0f / 3, 2.0f / 3, 1, 0, 1}));
-}
-
-TEST_F(Sampling, WithoutLengthsOrTangentsOnlyRatiosAreAdded) {
-    const auto strands = convert({curveData(curves::circle(1.0))});
-    ASSERT_TRUE(strands);
-    EXPECT_TRUE(strands->has("pointRatio"));
-    EXPECT_FALSE(strands->has("pointLength"));
-    EXPECT_FALSE(strands->has("strandLength"));
-    EXPECT_FALSE(strands->has("tangent"));
 }

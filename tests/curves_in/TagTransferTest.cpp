@@ -10,9 +10,7 @@ using ::testing::IsEmpty;
 namespace {
 
 CurveOptions sampled(float rate, TagTransfer transfer) {
-    CurveOptions options;
-    options.sampling = CurveSampling::ByCVCount;
-    options.sampleRate = rate;
+    CurveOptions options = byCVCount(rate);
     options.tagTransfer = transfer;
     return options;
 }
@@ -59,13 +57,17 @@ TEST_F(Tags, CompleteTagMarksTheWholeStrand) {
     }
 }
 
+// Parameters 0, 0.5, ..., 4: 2.5 is halfway between CVs 2 and 3, 3.5 between 3 and 4. Other
+// transfer rules keep the tag but mark nothing.
 TEST_F(Tags, NearestCVTakesTheLaterCVHalfway) {
     const KObject line = curveData(fiveCVs());
     tagCVs(line, "three", {3});
-    // Parameters 0, 0.5, ..., 4: 2.5 is halfway between CVs 2 and 3, 3.5 between 3 and 4.
-    const auto strands = convert({line}, sampled(2.0f, TagTransfer::NearestCV));
-    ASSERT_TRUE(strands);
-    EXPECT_THAT(tagPoints(*strands, "three"), ElementsAre(5, 6));
+    const auto nearest = convert({line}, sampled(2.0f, TagTransfer::NearestCV));
+    const auto other = convert({line}, sampled(2.0f, static_cast<TagTransfer>(7)));
+    ASSERT_TRUE(nearest && other);
+    EXPECT_THAT(tagPoints(*nearest, "three"), ElementsAre(5, 6));
+    EXPECT_TRUE(other->has("pointTag(three)"));
+    EXPECT_THAT(tagPoints(*other, "three"), IsEmpty());
 }
 
 TEST_F(Tags, BothNeighboursNeedTheCVsOnBothSides) {
@@ -106,39 +108,25 @@ TEST_F(Tags, PeriodicOverlapWrapsToTheFirstCVs) {
     EXPECT_THAT(tagPoints(*strands, "second"), ElementsAre(0, 8));
 }
 
-TEST_F(Tags, OtherTransferRulesMarkNothingOnSampledPoints) {
-    const KObject line = curveData(fiveCVs());
-    tagCVs(line, "three", {3});
-    const auto strands = convert({line}, sampled(2.0f, static_cast<TagTransfer>(7)));
-    ASSERT_TRUE(strands);
-    EXPECT_TRUE(strands->has("pointTag(three)"));
-    EXPECT_THAT(tagPoints(*strands, "three"), IsEmpty());
-}
-
+// A tag without contents gives an empty tag.
 TEST_F(Tags, TheExpressionSelectsTagsByName) {
     const KObject line = curveData(fiveCVs());
     tagCVs(line, "roots", {0});
     tagCVs(line, "tips", {4});
+    ASSERT_TRUE(KFnGeometryData(line).addComponentTag("empty"));
     CurveOptions options;
-    options.componentTags = "t*";
+    options.componentTags = "t* e*";
     const auto selected = convert({line}, options);
     options.componentTags = "";
     const auto none = convert({line}, options);
     ASSERT_TRUE(selected && none);
-    EXPECT_TRUE(selected->has("pointTag(tips)"));
     EXPECT_FALSE(selected->has("pointTag(roots)"));
     EXPECT_THAT(tagPoints(*selected, "tips"), ElementsAre(4));
-    EXPECT_FALSE(none->has("pointTag(tips)"));
-    EXPECT_FALSE(none->has("pointTag(roots)"));
-}
-
-TEST_F(Tags, TagWithoutContentsGivesAnEmptyTag) {
-    const KObject line = curveData(fiveCVs());
-    ASSERT_TRUE(KFnGeometryData(line).addComponentTag("empty"));
-    const auto strands = convert({line});
-    ASSERT_TRUE(strands);
-    EXPECT_TRUE(strands->has("pointTag(empty)"));
-    EXPECT_THAT(tagPoints(*strands, "empty"), IsEmpty());
+    EXPECT_TRUE(selected->has("pointTag(empty)"));
+    EXPECT_THAT(tagPoints(*selected, "empty"), IsEmpty());
+    for (const char* tag : {"pointTag(tips)", "pointTag(roots)", "pointTag(empty)"}) {
+        EXPECT_FALSE(none->has(tag)) << tag;
+    }
 }
 
 TEST_F(Tags, LongTagListsAreSortedAndTransferredLikeShortOnes) {

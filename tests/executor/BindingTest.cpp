@@ -57,21 +57,19 @@ Orsel::Type recordedType() {
     return Orsel::Type::named(Orsel::String("Recorded"), Orsel::TypeKind::Record);
 }
 
-TEST_F(Binding, CreatesTheTranslationAndRegistersItsHostPlugins) {
+TEST_F(Binding, BindingCreatesAndRegistersUnbindingDeregistersReleasesAndUnloads) {
     ASSERT_TRUE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
     EXPECT_EQ(calls(), (std::vector<std::string>{"factory", "created", "registerHostPlugins"}));
     EXPECT_EQ(BoardExecutor::boundLibraries(),
               std::vector<KString>{KString(RECORDING_TRANSLATION_PATH)});
     EXPECT_FALSE(KPluginLoader::findPlugin(RECORDING_TRANSLATION_PATH).isNull());
-}
 
-TEST_F(Binding, UnbindingDeregistersReleasesAndUnloads) {
-    ASSERT_TRUE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
     ASSERT_TRUE(BoardExecutor::unbind(RECORDING_TRANSLATION_PATH));
     EXPECT_EQ(calls(), (std::vector<std::string>{"factory", "created", "registerHostPlugins",
                                                  "deregisterHostPlugins", "release", "destroyed"}));
     EXPECT_TRUE(BoardExecutor::boundLibraries().empty());
     EXPECT_TRUE(KPluginLoader::findPlugin(RECORDING_TRANSLATION_PATH).isNull());
+    EXPECT_EQ(BoardExecutor::unbind(RECORDING_TRANSLATION_PATH).statusCode(), KStatus::kNotFound);
 }
 
 TEST_F(Binding, ALibraryIsBoundOnlyOnce) {
@@ -83,28 +81,22 @@ TEST_F(Binding, ALibraryIsBoundOnlyOnce) {
     EXPECT_EQ(BoardExecutor::boundLibraries().size(), 1u);
 }
 
-TEST_F(Binding, UnbindingALibraryThatIsNotBoundFails) {
-    EXPECT_EQ(BoardExecutor::unbind("/no/such/library.so").statusCode(), KStatus::kNotFound);
-}
-
-TEST_F(Binding, AFactoryWithoutAnObjectLeavesNothingBound) {
-    ::setenv("RECORDING_TRANSLATION_MODE", "null-factory", 1);
-    KMessageCapture messages;
-    EXPECT_FALSE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
-    EXPECT_EQ(calls(), std::vector<std::string>{"factory"});
-    EXPECT_EQ(messages.errors().size(), 1u);
-    EXPECT_TRUE(KPluginLoader::findPlugin(RECORDING_TRANSLATION_PATH).isNull());
-}
-
-TEST_F(Binding, ARefusedRegistrationReleasesTheObjectAndUnloads) {
-    ::setenv("RECORDING_TRANSLATION_MODE", "refuse-binding", 1);
-    KMessageCapture messages;
-    EXPECT_FALSE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
-    EXPECT_EQ(calls(), (std::vector<std::string>{"factory", "created", "registerHostPlugins",
-                                                 "release", "destroyed"}));
-    EXPECT_EQ(messages.errors().size(), 1u);
-    EXPECT_TRUE(BoardExecutor::boundLibraries().empty());
-    EXPECT_TRUE(KPluginLoader::findPlugin(RECORDING_TRANSLATION_PATH).isNull());
+// A factory that hands out no object, or a translation that refuses to register, leaves
+// nothing bound or loaded; the object made is released.
+TEST_F(Binding, AFailedBindingLeavesNothingBound) {
+    for (const auto& [mode, log] :
+         {std::pair{"null-factory", std::vector<std::string>{"factory"}},
+          {"refuse-binding",
+           {"factory", "created", "registerHostPlugins", "release", "destroyed"}}}) {
+        ::setenv("RECORDING_TRANSLATION_MODE", mode, 1);
+        std::filesystem::remove(log_);
+        KMessageCapture messages;
+        EXPECT_FALSE(BoardExecutor::bind(RECORDING_TRANSLATION_PATH));
+        EXPECT_EQ(calls(), log) << mode;
+        EXPECT_EQ(messages.errors().size(), 1u) << mode;
+        EXPECT_TRUE(BoardExecutor::boundLibraries().empty()) << mode;
+        EXPECT_TRUE(KPluginLoader::findPlugin(RECORDING_TRANSLATION_PATH).isNull()) << mode;
+    }
 }
 
 TEST_F(Binding, AnUnverifiedLibraryIsNeverOpened) {

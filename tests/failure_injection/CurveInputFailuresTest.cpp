@@ -1,36 +1,13 @@
-// Host calls of the curve converter made to fail. A curve that can't be read fails the whole
-// conversion with one message ("Curve is invalid."); a tag that can't be read only loses its
-// points.
-//
-// Host call                                        When                  Result
-// KFnNurbsCurve::setObject, numCVs, length         counting the points   no object, message
-// KFnNurbsCurve::setObject, length, getKnotDomain, sampling              no object, message
-//   getCVs, getPointAtParam, findParamFromLength,
-//   tangent
-// KFnGeometryData (attach), componentTags          gathering the tags    no tag property
-// KFnNurbsCurve::getKnots, numCVs, degree, form;   marking a tag's       the tag marks none of
-//   KFnGeometryData (attach), componentTagCategory,  points              the curve's points
-//   componentTagContents;
-//   KFnSingleIndexedComponent::getElements
-// KPlug::connectedTo                               naming the curve of   the message names no
-//                                                    an input plug       curve
+// Host calls of the curve converter made to fail. A curve that can't be counted or sampled
+// fails the whole conversion with one message ("Curve is invalid."); a tag that can't be
+// gathered or marked only loses its points; a failing source lookup leaves the curve unnamed.
 
 #include "../curves_in/CurveFixture.h"
 #include "InjectedFailure.h"
 
-#include <kova/KMessageCapture.h>
-
 using ::testing::ElementsAre;
 
 namespace {
-
-std::vector<std::string> errorsOf(const KMessageCapture& capture) {
-    std::vector<std::string> texts;
-    for (const KString& text : capture.errors()) {
-        texts.emplace_back(text.view());
-    }
-    return texts;
-}
 
 std::string curveIsInvalid(const char* curve) {
     return std::string("Failed to translate Kova curve '") + curve +
@@ -38,13 +15,14 @@ std::string curveIsInvalid(const char* curve) {
 }
 
 enum class Sampling { cvs, byCount, byLength };
+using enum Sampling;
 
 // Every optional output on, so that every host call of the converter is made.
 CurveOptions optionsFor(Sampling sampling) {
     CurveOptions options;
-    options.sampling = sampling == Sampling::cvs       ? CurveSampling::CVs
-                       : sampling == Sampling::byCount ? CurveSampling::ByCVCount
-                                                       : CurveSampling::BySegmentLength;
+    options.sampling = sampling == cvs       ? CurveSampling::CVs
+                       : sampling == byCount ? CurveSampling::ByCVCount
+                                             : CurveSampling::BySegmentLength;
     options.sampleRate = 2.0f;
     options.uniformByLength = true;
     options.segmentLength = 0.5f;
@@ -64,7 +42,7 @@ protected:
         tagCVs(circle, "tag", {1, 2});
         curves_ = sources({circle});
         // The first conversion makes the runtime's lasting objects.
-        ASSERT_TRUE(convert(curves_, optionsFor(Sampling::byCount)));
+        ASSERT_TRUE(convert(curves_, optionsFor(byCount)));
     }
 
     Sources curves_;
@@ -84,10 +62,7 @@ TEST_P(UnreadableCurves, GiveNoObjectOneMessageAndReleaseEveryArray) {
     const LiveArrays before;
     {
         const KMessageCapture capture;
-        row.injection.arm();
-        EXPECT_FALSE(convert(curves_, options));
-        EXPECT_TRUE(row.injection.fired());
-        KFailureInjection::reset();
+        EXPECT_FALSE(row.injection.during([&] { return convert(curves_, options); }));
         EXPECT_THAT(errorsOf(capture), ElementsAre(curveIsInvalid("crv1")));
     }
     EXPECT_TRUE(before.unchanged());
@@ -96,18 +71,17 @@ TEST_P(UnreadableCurves, GiveNoObjectOneMessageAndReleaseEveryArray) {
 
 INSTANTIATE_TEST_SUITE_P(
     EveryCurveRead, UnreadableCurves,
-    ::testing::Values(
-        UnreadableCurve{"CountingAttach", {"KFnNurbsCurve::setObject"}, Sampling::byCount},
-        UnreadableCurve{"CountingCVs", {"KFnNurbsCurve::numCVs"}, Sampling::byCount},
-        UnreadableCurve{"CountingLength", {"KFnNurbsCurve::length"}, Sampling::byLength},
-        UnreadableCurve{"SamplingAttach", {"KFnNurbsCurve::setObject", 1}, Sampling::byCount},
-        UnreadableCurve{"SamplingLength", {"KFnNurbsCurve::length", 1}, Sampling::byCount},
-        UnreadableCurve{"KnotDomain", {"KFnNurbsCurve::getKnotDomain"}, Sampling::byCount},
-        UnreadableCurve{"CVs", {"KFnNurbsCurve::getCVs"}, Sampling::cvs},
-        UnreadableCurve{"PointAtParameter", {"KFnNurbsCurve::getPointAtParam"}, Sampling::byCount},
-        UnreadableCurve{
-            "ParameterAtLength", {"KFnNurbsCurve::findParamFromLength", 2}, Sampling::byLength},
-        UnreadableCurve{"Tangent", {"KFnNurbsCurve::tangent", 3}, Sampling::byCount}),
+    ::testing::ValuesIn(std::vector<UnreadableCurve>{
+        {"CountingAttach", {"KFnNurbsCurve::setObject"}, byCount},
+        {"CountingCVs", {"KFnNurbsCurve::numCVs"}, byCount},
+        {"CountingLength", {"KFnNurbsCurve::length"}, byLength},
+        {"SamplingAttach", {"KFnNurbsCurve::setObject", 1}, byCount},
+        {"SamplingLength", {"KFnNurbsCurve::length", 1}, byCount},
+        {"KnotDomain", {"KFnNurbsCurve::getKnotDomain"}, byCount},
+        {"CVs", {"KFnNurbsCurve::getCVs"}, cvs},
+        {"PointAtParameter", {"KFnNurbsCurve::getPointAtParam"}, byCount},
+        {"ParameterAtLength", {"KFnNurbsCurve::findParamFromLength", 2}, byLength},
+        {"Tangent", {"KFnNurbsCurve::tangent", 3}, byCount}}),
     RowName());
 
 struct UnreadableTag : FailureRow {
@@ -119,16 +93,13 @@ class UnreadableTags : public CurveFailures, public ::testing::WithParamInterfac
 
 TEST_P(UnreadableTags, LeaveTheCurveConvertedWithoutTaggedPoints) {
     const UnreadableTag& row = GetParam();
-    const CurveOptions options = optionsFor(Sampling::byCount);
+    const CurveOptions options = optionsFor(byCount);
     const std::vector<float3> points = positionsOf(*convert(curves_, options));
     ASSERT_FALSE(tagPoints(*convert(curves_, options), "tag").empty());
     const LiveArrays before;
     {
         const KMessageCapture capture;
-        row.injection.arm();
-        const auto strands = convert(curves_, options);
-        EXPECT_TRUE(row.injection.fired());
-        KFailureInjection::reset();
+        const auto strands = row.injection.during([&] { return convert(curves_, options); });
         ASSERT_TRUE(strands);
         EXPECT_EQ(positionsOf(*strands), points);
         EXPECT_TRUE(tagPoints(*strands, "tag").empty());

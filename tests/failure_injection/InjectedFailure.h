@@ -12,9 +12,16 @@ struct Injection {
     const char* operation;
     int successes = 0;
 
-    void arm() const { KFailureInjection::failAfter(operation, successes); }
-    // Whether the failing call has been made since the injection was armed.
-    bool fired() const { return KFailureInjection::callCount(operation) > successes; }
+    // Runs `step` with the failure armed, checks that the failing call was made, disarms every
+    // failure and gives back what `step` gave.
+    template <class Step>
+    auto during(Step step) const {
+        KFailureInjection::failAfter(operation, successes);
+        auto result = step();
+        EXPECT_GT(KFailureInjection::callCount(operation), successes) << operation << " not called";
+        KFailureInjection::reset();
+        return result;
+    }
 };
 
 // The buffers held by graph arrays and by host arrays when it was made. Compared again after

@@ -1,47 +1,25 @@
 // Host calls of input translation and of the geometry dispatcher made to fail, as the board
-// translates its input ports before an evaluation. What the graph then sees on the port is
-// written as text: "none" for no value, "{a,b}" for an object with properties a and b (its
-// points counted: "P[3]"), "[...]" for an array of objects, "time", "transforms" or "scene" for
-// the other port types.
-//
-// Host call                                   Port                Result
-// KPlug::connectedTo, KPlug::getValue         object              that source is skipped
-// KFnDoubleArrayData / KFnVectorArrayData     object              no value
-//   (attach), the copy of the host array
-// KFnMesh (attach), KFnNurbsCurve (attach)    object              that source is skipped (the
-//                                                                 curve is reported)
-// KDataBlock::inputValue                      object              nothing: the sources are read
-// KPlug::elementByPhysicalIndex               array of objects    that element is skipped
-// KPlug::elementByLogicalIndex                array of objects    nothing: it only keys the
-//                                                                 source guard
-// KFnDoubleArrayData (attach)                 array of objects    a null entry for it
-// KDataBlock::inputArrayValue                 array of objects    no elements: an empty array
-// KArrayDataHandle::jumpToArrayElement,       merged curves       no value
-//   KArrayDataHandle::inputValue
-// KDataBlock::inputArrayValue                 merged curves       no curves: empty strands
-// KPlug::elementByPhysicalIndex               merged curves       nothing: plugs only name curves
-// KDataBlock::inputValue                      time, transforms,   no value
-//                                             scene info
+// translates its input ports before an evaluation: a source, element or value that can't be
+// read is skipped or gives no value; nothing is reported but a curve that can't be read. What
+// the graph then sees on the port is written as text: "none" for no value, "{a,b}" for an
+// object with properties a and b (its points counted: "P[3]"), "[...]" for an array of
+// objects, "time", "transforms" or "scene" for the other port types.
 
 #include "../curves_in/CurveFixture.h"
 #include "InjectedFailure.h"
 
 #include <algorithm>
-#include <kova/KDGModifier.h>
 #include <kova/KDoubleArray.h>
 #include <kova/KFnDoubleArrayData.h>
-#include <kova/KFnGenericAttribute.h>
 #include <kova/KFnMesh.h>
 #include <kova/KFnMeshData.h>
 #include <kova/KFnVectorArrayData.h>
-#include <kova/KMessageCapture.h>
 #include <kova/KVectorArray.h>
 #include <zelvane/file/SceneInfo.h>
 #include <zelvane/geometry/GraphTransforms.h>
 #include <zelvane/geometry/Names.h>
 #include <zelvane/simulation/Time.h>
 
-using ZelvaneBoard::PortValues;
 using ZelvaneGraph::Executor::PortDirection;
 
 namespace {
@@ -106,12 +84,13 @@ enum class Port {
     transforms,
     scene,
 };
+using enum Port;
 
 struct UnreadableInput : FailureRow {
     Port port;
     Injection injection;
-    const char* seen;    // what the graph sees on the port
-    const char* message; // the one error reported; "" for none
+    const char* seen;         // what the graph sees on the port
+    const char* message = ""; // the one error reported; "" for none
 };
 
 class UnreadableInputs : public CurveConversion,
@@ -119,67 +98,58 @@ class UnreadableInputs : public CurveConversion,
 protected:
     void SetUp() override {
         CurveConversion::SetUp();
-        port_ = feed(GetParam().port);
-        setBody([this](const PortValues& in) {
-            const auto found = in.find(port_);
-            seen_ = found == in.end() ? Orsel::Value() : found->second;
-            return PortValues{};
-        });
-    }
-    void TearDown() override {
-        seen_ = Orsel::Value();
-        CurveConversion::TearDown();
+        watch(feed(GetParam().port));
     }
 
     // Makes the port and its sources; returns the port's name.
     std::string feed(Port port) {
         switch (port) {
-        case Port::doubles:
-            connect(doubles(), plug("board1.in"));
+        case doubles:
+            connect(doublesSource(), plug("board1.in"));
             return "in";
-        case Port::vectors:
-            connect(vectors(), plug("board1.in"));
+        case vectors:
+            connect(vectorsSource(), plug("board1.in"));
             return "in";
-        case Port::mesh:
+        case mesh:
             connect(triangle(), plug("board1.in"));
             return "in";
-        case Port::curve:
+        case curve:
             connect(curveSource("crv", curveData(curves::circle(1.0))), plug("board1.in"));
             return "in";
-        case Port::array:
+        case array:
             EXPECT_TRUE(
                 addPort("many", PortDirection::Input, Orsel::Type::arrayOf(Zelvane::objectType())));
-            connect(doubles(), plug("board1.many").elementByLogicalIndex(0));
-            connect(vectors(), plug("board1.many").elementByLogicalIndex(1));
+            connect(doublesSource(), plug("board1.many").elementByLogicalIndex(0));
+            connect(vectorsSource(), plug("board1.many").elementByLogicalIndex(1));
             return "many";
-        case Port::merged:
-            addCurveArrayAttribute("merged");
+        case merged:
+            addArrayAttribute(board_, "merged", {KFnData::kNurbsCurve});
             EXPECT_TRUE(addPort("merged", PortDirection::Input, Zelvane::objectType()));
             connect(curveSource("crv1", curveData(curves::circle(1.0))),
                     plug("board1.merged").elementByLogicalIndex(0));
             connect(curveSource("crv2", curveData(curves::hexagon())),
                     plug("board1.merged").elementByLogicalIndex(1));
             return "merged";
-        case Port::time:
+        case time:
             EXPECT_TRUE(addPort("now", PortDirection::Input, Zelvane::Simulation::timeType()));
             return "now";
-        case Port::transforms:
+        case transforms:
             EXPECT_TRUE(addPort("xf", PortDirection::Input,
                                 Zelvane::Geometry::Transform::graphTransformsType()));
             return "xf";
-        case Port::scene:
+        case scene:
             EXPECT_TRUE(
                 addPort("scene", PortDirection::Input, Zelvane::File::Project::sceneInfoType()));
             return "scene";
         }
         return {};
     }
-    KPlug doubles() const {
+    KPlug doublesSource() const {
         KFnDoubleArrayData fnData;
         return dataSource("dbl", "w", KFnData::kDoubleArray,
                           fnData.create(KDoubleArray({1.5, 2.5})));
     }
-    KPlug vectors() const {
+    KPlug vectorsSource() const {
         KFnVectorArrayData fnData;
         return dataSource("vec", "v", KFnData::kVectorArray,
                           fnData.create(KVectorArray({KVector(1, 2, 3)})));
@@ -192,20 +162,6 @@ protected:
                       KIntArray({0, 1, 2}), data);
         return dataSource("tri", "m", KFnData::kMesh, data);
     }
-    // An array attribute for curves that an object port then takes over: its elements are
-    // merged into one strand object.
-    void addCurveArrayAttribute(const char* name) const {
-        KFnGenericAttribute fnGeneric;
-        const KObject attribute = fnGeneric.create(name, name);
-        EXPECT_TRUE(fnGeneric.setArray(true));
-        EXPECT_TRUE(fnGeneric.addDataAccept(KFnData::kNurbsCurve));
-        KDGModifier modifier;
-        modifier.addAttribute(board_, attribute);
-        EXPECT_TRUE(modifier.doIt());
-    }
-
-    std::string port_;
-    Orsel::Value seen_;
 };
 
 TEST_P(UnreadableInputs, GiveTheGraphWhatCouldBeRead) {
@@ -217,10 +173,7 @@ TEST_P(UnreadableInputs, GiveTheGraphWhatCouldBeRead) {
     const LiveArrays before;
     {
         const KMessageCapture capture;
-        row.injection.arm();
-        EXPECT_TRUE(ZelvaneBoard::evaluate(board_));
-        EXPECT_TRUE(row.injection.fired());
-        KFailureInjection::reset();
+        EXPECT_TRUE(row.injection.during([this] { return bool(ZelvaneBoard::evaluate(board_)); }));
         EXPECT_EQ(describe(seen_), row.seen);
         EXPECT_EQ(capture.errors(),
                   *row.message ? std::vector<KString>{row.message} : std::vector<KString>{});
@@ -234,51 +187,34 @@ constexpr const char* kNoStrands = "{P[0],pointCount,pointRatio,strandCount,stra
 
 INSTANTIATE_TEST_SUITE_P(
     EveryInputRead, UnreadableInputs,
-    ::testing::Values(
+    ::testing::ValuesIn(std::vector<UnreadableInput>{
         // The evaluation reads the board's own plugs first.
-        UnreadableInput{"Sources", Port::doubles, {"KPlug::connectedTo"}, "{}", ""},
-        UnreadableInput{"SourceValue", Port::doubles, {"KPlug::getValue", 2}, "{}", ""},
-        UnreadableInput{"PortValue", Port::doubles, {"KDataBlock::inputValue"}, "{w}", ""},
-        UnreadableInput{"DoubleArrayAttach",
-                        Port::doubles,
-                        {"KFnDoubleArrayData::KFnDoubleArrayData"},
-                        "none",
-                        ""},
-        UnreadableInput{"DoubleArrayCopy", Port::doubles, {"KArray::allocate"}, "none", ""},
-        UnreadableInput{"VectorArrayAttach",
-                        Port::vectors,
-                        {"KFnVectorArrayData::KFnVectorArrayData"},
-                        "none",
-                        ""},
-        UnreadableInput{"VectorArrayCopy", Port::vectors, {"KArray::allocate"}, "none", ""},
-        UnreadableInput{"Mesh", Port::mesh, {"KFnMesh::KFnMesh"}, "{}", ""},
-        UnreadableInput{"Curve",
-                        Port::curve,
-                        {"KFnNurbsCurve::setObject"},
-                        "{}",
-                        "Failed to translate Kova curve 'crv' to Zelvane strands for input 'in' "
-                        "in 'board1'. Curve is invalid."},
-        UnreadableInput{"Element", Port::array, {"KPlug::elementByPhysicalIndex"}, "[{v}]", ""},
-        UnreadableInput{
-            "ElementSource", Port::array, {"KPlug::elementByLogicalIndex"}, "[{w},{v}]", ""},
-        UnreadableInput{"ElementArray",
-                        Port::array,
-                        {"KFnDoubleArrayData::KFnDoubleArrayData"},
-                        "[null,{v}]",
-                        ""},
-        UnreadableInput{"ArrayValue", Port::array, {"KDataBlock::inputArrayValue"}, "[]", ""},
-        UnreadableInput{
-            "MergedElement", Port::merged, {"KArrayDataHandle::jumpToArrayElement", 1}, "none", ""},
-        UnreadableInput{
-            "MergedElementValue", Port::merged, {"KArrayDataHandle::inputValue", 1}, "none", ""},
-        UnreadableInput{
-            "MergedElementPlug", Port::merged, {"KPlug::elementByPhysicalIndex", 1}, kStrands, ""},
-        UnreadableInput{
-            "MergedValue", Port::merged, {"KDataBlock::inputArrayValue"}, kNoStrands, ""},
+        {"Sources", doubles, {"KPlug::connectedTo"}, "{}"},
+        {"SourceValue", doubles, {"KPlug::getValue", 2}, "{}"},
+        {"PortValue", doubles, {"KDataBlock::inputValue"}, "{w}"},
+        {"DoubleArrayAttach", doubles, {"KFnDoubleArrayData::KFnDoubleArrayData"}, "none"},
+        {"DoubleArrayCopy", doubles, {"KArray::allocate"}, "none"},
+        {"VectorArrayAttach", vectors, {"KFnVectorArrayData::KFnVectorArrayData"}, "none"},
+        {"VectorArrayCopy", vectors, {"KArray::allocate"}, "none"},
+        {"Mesh", mesh, {"KFnMesh::KFnMesh"}, "{}"},
+        {"Curve",
+         curve,
+         {"KFnNurbsCurve::setObject"},
+         "{}",
+         "Failed to translate Kova curve 'crv' to Zelvane strands for input 'in' "
+         "in 'board1'. Curve is invalid."},
+        {"Element", array, {"KPlug::elementByPhysicalIndex"}, "[{v}]"},
+        {"ElementSource", array, {"KPlug::elementByLogicalIndex"}, "[{w},{v}]"},
+        {"ElementArray", array, {"KFnDoubleArrayData::KFnDoubleArrayData"}, "[null,{v}]"},
+        {"ArrayValue", array, {"KDataBlock::inputArrayValue"}, "[]"},
+        {"MergedElement", merged, {"KArrayDataHandle::jumpToArrayElement", 1}, "none"},
+        {"MergedElementValue", merged, {"KArrayDataHandle::inputValue", 1}, "none"},
+        {"MergedElementPlug", merged, {"KPlug::elementByPhysicalIndex", 1}, kStrands},
+        {"MergedValue", merged, {"KDataBlock::inputArrayValue"}, kNoStrands},
         // The board's own value is read first.
-        UnreadableInput{"Time", Port::time, {"KDataBlock::inputValue", 1}, "none", ""},
-        UnreadableInput{"Transforms", Port::transforms, {"KDataBlock::inputValue", 1}, "none", ""},
-        UnreadableInput{"SceneInfo", Port::scene, {"KDataBlock::inputValue", 1}, "none", ""}),
+        {"Time", time, {"KDataBlock::inputValue", 1}, "none"},
+        {"Transforms", transforms, {"KDataBlock::inputValue", 1}, "none"},
+        {"SceneInfo", scene, {"KDataBlock::inputValue", 1}, "none"}}),
     RowName());
 
 } // namespace

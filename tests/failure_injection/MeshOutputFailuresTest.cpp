@@ -1,24 +1,10 @@
 // Host calls of the mesh output conversion and of the "zelvaneGeoToKova" node made to fail.
-// The host mesh that comes back is written as text: its point and face counts, whether its
-// normals are the object's ("down") or the host's own ("up"), its UV sets with their assigned
-// face-vertices, its colour sets with their coloured face-vertices and its tags with their
-// elements ("-" for none).
-//
-// Host call                                    Result
-// KArray::allocate of a host array             the empty mesh, one message naming the array
-// KFnMesh::create of the empty mesh            nothing: the mesh is made all the same
-// KFnMesh::setVertexNormals,                   the host's own normals
-//   setFaceVertexNormals
-// KFnMesh::createUVSetDataMesh, assignUVs      UV sets from the failing one on are left out
-// KFnMesh::createColorSetDataMesh              that colour set is left out
-// KFnMesh::setColors, assignColors             that colour set is left uncoloured
-// KFnMesh::setIsColorClamped                   nothing
-// KFnSingleIndexedComponent::create,           the tag is named without contents, reported
-//   KFnGeometryData::setComponentTagContents
-// Node: KDataBlock::inputValue, outputValue;   the evaluation fails; the objects are released
-//   KArrayDataHandle (attach), builder, set;
-//   KArrayDataBuilder::addElement,
-//   removeElement; KDataHandle::set
+// Memory for a host array that can't be had gives the empty mesh and one message naming it; a
+// normal, UV, colour or tag write that fails leaves that part out; a failing node call fails
+// the evaluation and releases the objects. The host mesh that comes back is written as text:
+// its point and face counts, whether its normals are the object's ("down") or the host's own
+// ("up"), its UV sets with their assigned face-vertices, its colour sets with their coloured
+// face-vertices and its tags with their elements ("-" for none).
 
 #include "../mesh_out/MeshOutputFixture.h"
 #include "InjectedFailure.h"
@@ -122,12 +108,30 @@ ZelvaneMeshToKovaOpts everything() {
 constexpr const char* kEverything =
     "10 points 3 faces; normals down; uv map1:12,second:12; colour c_a:12,c_b:12; tag top:0";
 
+// kEverything with the part that `part` names ("uv map1:0") replaced by it.
+std::string everythingBut(const std::string& part) {
+    std::string text = kEverything;
+    const std::size_t start = text.find("; " + part.substr(0, part.find(' ')) + " ") + 2;
+    const std::size_t end = text.find(';', start);
+    return text.replace(start, end == std::string::npos ? end : end - start, part);
+}
+
 struct UnwritableMesh : FailureRow {
-    bool faceVertexNormals;
     Injection injection;
-    const char* mesh;    // the host mesh that comes back
-    const char* message; // the one error reported; "" for none
+    std::string mesh;               // the host mesh that comes back
+    std::string message{};          // the one error reported, if any
+    bool faceVertexNormals = false; // rather than point normals
 };
+
+// No memory for the host array the `successes`-th allocation makes: the empty mesh.
+UnwritableMesh noMemory(const char* name, int successes, const std::string& array,
+                        bool faceVertexNormals = false) {
+    return {{name},
+            {"KArray::allocate", successes},
+            "0 points 0 faces",
+            "Graph mesh object not converted: no memory for " + array,
+            faceVertexNormals};
+}
 
 class UnwritableMeshes : public MeshOutput, public ::testing::WithParamInterface<UnwritableMesh> {};
 
@@ -140,114 +144,52 @@ TEST_P(UnwritableMeshes, GiveWhatCouldBeWritten) {
     const LiveArrays before;
     {
         KMessageCapture capture;
-        row.injection.arm();
-        const KObject data = convert(*object, everything());
-        EXPECT_TRUE(row.injection.fired());
-        KFailureInjection::reset();
+        const KObject data = row.injection.during([&] { return convert(*object, everything()); });
         EXPECT_EQ(describe(data), row.mesh);
-        EXPECT_EQ(capture.errors(),
-                  *row.message ? std::vector<KString>{row.message} : std::vector<KString>{});
+        EXPECT_EQ(capture.errors(), row.message.empty()
+                                        ? std::vector<KString>{}
+                                        : std::vector<KString>{KString(row.message)});
     }
     EXPECT_TRUE(before.unchanged());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     EveryMeshWrite, UnwritableMeshes,
-    ::testing::Values(
+    ::testing::ValuesIn(std::vector<UnwritableMesh>{
         // On one thread the fills run last made first: colour sets, UV sets (u, v and ids),
         // normals, face-vertices, faces, points.
-        UnwritableMesh{"ColorSetMemory",
-                       false,
-                       {"KArray::allocate", 1},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for colour set \"c_a\""},
-        UnwritableMesh{"UVSetMemory",
-                       false,
-                       {"KArray::allocate", 5},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for UV set \"map1\""},
-        UnwritableMesh{"PointNormalsMemory",
-                       false,
-                       {"KArray::allocate", 8},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for 10 normals"},
-        UnwritableMesh{"FaceVertexNormalsMemory",
-                       true,
-                       {"KArray::allocate", 8},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for 12 normals"},
-        UnwritableMesh{"FaceVerticesMemory",
-                       false,
-                       {"KArray::allocate", 10},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for 12 face-vertices"},
-        UnwritableMesh{"FacesMemory",
-                       false,
-                       {"KArray::allocate", 11},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for 3 faces"},
-        UnwritableMesh{"PointsMemory",
-                       false,
-                       {"KArray::allocate", 12},
-                       "0 points 0 faces",
-                       "Graph mesh object not converted: no memory for 10 points"},
-        UnwritableMesh{"VertexNormals",
-                       false,
-                       {"KFnMesh::setVertexNormals"},
-                       "10 points 3 faces; normals up; uv map1:12,second:12; colour "
-                       "c_a:12,c_b:12; tag top:0",
-                       ""},
-        UnwritableMesh{"FaceVertexNormals",
-                       true,
-                       {"KFnMesh::setFaceVertexNormals"},
-                       "10 points 3 faces; normals up; uv map1:12,second:12; colour "
-                       "c_a:12,c_b:12; tag top:0",
-                       ""},
-        UnwritableMesh{"UVSet",
-                       false,
-                       {"KFnMesh::createUVSetDataMesh"},
-                       "10 points 3 faces; normals down; uv map1:12; colour c_a:12,c_b:12; tag "
-                       "top:0",
-                       ""},
-        UnwritableMesh{"UVAssign",
-                       false,
-                       {"KFnMesh::assignUVs"},
-                       "10 points 3 faces; normals down; uv map1:0; colour c_a:12,c_b:12; tag "
-                       "top:0",
-                       ""},
-        UnwritableMesh{"ColorSet",
-                       false,
-                       {"KFnMesh::createColorSetDataMesh"},
-                       "10 points 3 faces; normals down; uv map1:12,second:12; colour c_b:12; "
-                       "tag top:0",
-                       ""},
-        // The mesh that stands for an early stop can't be made; the mesh itself still is.
-        UnwritableMesh{"EmptyMesh", false, {"KFnMesh::create"}, kEverything, ""},
-        UnwritableMesh{"ColorClamp", false, {"KFnMesh::setIsColorClamped"}, kEverything, ""},
-        UnwritableMesh{"Colors",
-                       false,
-                       {"KFnMesh::setColors"},
-                       "10 points 3 faces; normals down; uv map1:12,second:12; colour "
-                       "c_a:0,c_b:12; tag top:0",
-                       ""},
-        UnwritableMesh{"ColorAssign",
-                       false,
-                       {"KFnMesh::assignColors"},
-                       "10 points 3 faces; normals down; uv map1:12,second:12; colour "
-                       "c_a:0,c_b:12; tag top:0",
-                       ""},
-        UnwritableMesh{"TagComponent",
-                       false,
-                       {"KFnSingleIndexedComponent::create"},
-                       "10 points 3 faces; normals down; uv map1:12,second:12; colour "
-                       "c_a:12,c_b:12; tag top:-",
-                       "Could not set component tag content for: top"},
-        UnwritableMesh{"TagContents",
-                       false,
-                       {"KFnGeometryData::setComponentTagContents"},
-                       "10 points 3 faces; normals down; uv map1:12,second:12; colour "
-                       "c_a:12,c_b:12; tag top:-",
-                       "Could not set component tag content for: top"}),
+        noMemory("ColorSetMemory", 1, "colour set \"c_a\""),
+        noMemory("UVSetMemory", 5, "UV set \"map1\""),
+        noMemory("PointNormalsMemory", 8, "10 normals"),
+        noMemory("FaceVertexNormalsMemory", 8, "12 normals", true),
+        noMemory("FaceVerticesMemory", 10, "12 face-vertices"),
+        noMemory("FacesMemory", 11, "3 faces"),
+        noMemory("PointsMemory", 12, "10 points"),
+        {"VertexNormals", {"KFnMesh::setVertexNormals"}, everythingBut("normals up")},
+        {"FaceVertexNormals",
+         {"KFnMesh::setFaceVertexNormals"},
+         everythingBut("normals up"),
+         "",
+         true},
+        {"UVSet", {"KFnMesh::createUVSetDataMesh"}, everythingBut("uv map1:12")},
+        {"UVAssign", {"KFnMesh::assignUVs"}, everythingBut("uv map1:0")},
+        {"ColorSet", {"KFnMesh::createColorSetDataMesh"}, everythingBut("colour c_b:12")},
+        // The mesh data can't be made: no mesh at all. The empty mesh, made first, can't be
+        // made: the mesh itself still is; the mesh can't be made: the empty mesh.
+        {"MeshData", {"KFnMeshData::create"}, "null"},
+        {"EmptyMesh", {"KFnMesh::create"}, kEverything},
+        {"Mesh", {"KFnMesh::create", 1}, "0 points 0 faces"},
+        {"ColorClamp", {"KFnMesh::setIsColorClamped"}, kEverything},
+        {"Colors", {"KFnMesh::setColors"}, everythingBut("colour c_a:0,c_b:12")},
+        {"ColorAssign", {"KFnMesh::assignColors"}, everythingBut("colour c_a:0,c_b:12")},
+        {"TagComponent",
+         {"KFnSingleIndexedComponent::create"},
+         everythingBut("tag top:-"),
+         "Could not set component tag content for: top"},
+        {"TagContents",
+         {"KFnGeometryData::setComponentTagContents"},
+         everythingBut("tag top:-"),
+         "Could not set component tag content for: top"}}),
     RowName());
 
 struct FailedEvaluation : FailureRow {
@@ -267,10 +209,7 @@ TEST_P(FailedEvaluations, FailTheNodeAndKeepItsMeshesUntilTheNext) {
     feed({object, object});
     const std::size_t owners = object.useCount();
     const LiveArrays before;
-    row.injection.arm();
-    EXPECT_FALSE(evaluate());
-    EXPECT_TRUE(row.injection.fired());
-    KFailureInjection::reset();
+    EXPECT_FALSE(row.injection.during([this] { return evaluate(); }));
     EXPECT_EQ(object.useCount(), owners);
     EXPECT_TRUE(before.unchanged());
     EXPECT_EQ(meshCount(), 3u);

@@ -8,22 +8,8 @@
 //   shaded     the shape in "initialShadingGroup"
 //   followed   a transforms port connected from its parent's "worldMatrix", a time port from
 //              "time1.outTime"
-//
-// Port                  Host calls that can fail
-// object input          KFnGenericAttribute::create, addDataAccept; KDGModifier::addAttribute,
-//                       doIt; KFnDependencyNode::attribute
-// object output         the above; KDagModifier::createNode, KDGModifier::renameNode, connect,
-//                       commandToExecute and each doIt; KFnDependencyNode::findPlug
-// object output by path KFnDependencyNode::findPlug, KDGModifier::connect, doIt
-// transforms            KFnMatrixAttribute::create, KFnCompoundAttribute::create, addChild;
-//                       KDGModifier::addAttribute, connect, doIt; KFnDependencyNode::findPlug,
-//                       KPlug::elementByLogicalIndex
-// scene info            KFnCompoundAttribute::create, addChild; KFnTypedAttribute::create,
-//                       KFnNumericAttribute::create; KDGModifier::addAttribute, doIt
-// time                  KFnUnitAttribute::create; KDGModifier::addAttribute, connect, doIt;
-//                       KSelectionList::add, getDependNode; KFnDependencyNode::findPlug
 
-#include "../plugin/PluginFixture.h"
+#include "../plugin/BoardScene.h"
 #include "InjectedFailure.h"
 
 #include <kova/KDagModifier.h>
@@ -32,7 +18,6 @@
 #include <kova/KFnDependencyNode.h>
 #include <kova/KFnSet.h>
 #include <kova/KPlug.h>
-#include <kova/KPlugArray.h>
 #include <orsel/MetadataItem.h>
 #include <zelvane/Object.h>
 #include <zelvane/file/SceneInfo.h>
@@ -52,6 +37,7 @@ enum class Port {
     sceneInfo,          // "scene"
     time,               // "now"
 };
+using enum Port;
 
 struct UnmadePort : FailureRow {
     Port port;
@@ -63,21 +49,14 @@ KObject nodeNamed(const char* name) {
     return KScene::current().findNode(name);
 }
 
-// The names of the plugs feeding `node`.`attribute`.
-std::string sourcesOf(const KObject& node, const char* attribute) {
-    KPlugArray sources;
-    KFnDependencyNode(node).findPlug(attribute, false).connectedTo(sources, true, false);
-    return sources.length() == 1 ? sources[0].name().str() : std::string();
-}
-
-class UnmadePorts : public BoundPlugin, public ::testing::WithParamInterface<UnmadePort> {
+class UnmadePorts : public BoardScene, public ::testing::WithParamInterface<UnmadePort> {
 protected:
     void SetUp() override {
-        BoundPlugin::SetUp();
-        if (GetParam().port == Port::objectOutputByPath) {
+        BoardScene::SetUp();
+        if (GetParam().port == objectOutputByPath) {
             KFnDependencyNode fnNode;
             viewer_ = fnNode.create("zelShape", "viewer");
-        } else if (GetParam().port == Port::transforms) {
+        } else if (GetParam().port == transforms) {
             KDagModifier modifier;
             const KObject transform = modifier.createNode("zelShape");
             ASSERT_TRUE(modifier.doIt());
@@ -89,11 +68,11 @@ protected:
     // Adds the row's port as the executor does.
     bool add() const {
         switch (GetParam().port) {
-        case Port::objectInput:
+        case objectInput:
             return add(board_, "geo", PortDirection::Input, Zelvane::objectType());
-        case Port::objectOutput:
+        case objectOutput:
             return add(board_, "result", PortDirection::Output, Zelvane::objectType());
-        case Port::objectOutputByPath: {
+        case objectOutputByPath: {
             Orsel::MetadataItem byPath{Orsel::String(ZelvaneBoardInputByPath::Keys::kOptions)};
             byPath.setChild(Orsel::String(ZelvaneBoardInputByPath::Keys::kPaths), "viewer");
             Orsel::MetadataItem metadata;
@@ -101,13 +80,13 @@ protected:
             return add(board_, "results", PortDirection::Output,
                        Orsel::Type::arrayOf(Zelvane::objectType()), metadata);
         }
-        case Port::transforms:
+        case transforms:
             return add(shape_, "xform", PortDirection::Input,
                        Zelvane::Geometry::Transform::graphTransformsType());
-        case Port::sceneInfo:
+        case sceneInfo:
             return add(board_, "scene", PortDirection::Input,
                        Zelvane::File::Project::sceneInfoType());
-        case Port::time:
+        case time:
             return add(board_, "now", PortDirection::Input, Zelvane::Simulation::timeType());
         }
         return false;
@@ -117,6 +96,11 @@ protected:
         return translation().portAdded(node, Orsel::String(name), direction, type, metadata);
     }
 
+    // The one plug feeding `node`.`attribute` ("" for none or several).
+    static std::string sourceOf(const KObject& node, const char* attribute) {
+        const auto sources = sourcesOf(KFnDependencyNode(node).findPlug(attribute, false));
+        return sources.size() == 1 ? sources[0] : std::string();
+    }
     // The parts of the row's port that exist.
     std::string made() const {
         std::string parts;
@@ -127,36 +111,36 @@ protected:
         };
         const KFnDependencyNode board(board_);
         switch (GetParam().port) {
-        case Port::objectInput:
+        case objectInput:
             add(board.hasAttribute("geo"), "attribute");
             break;
-        case Port::objectOutput: {
+        case objectOutput: {
             const KObject shape = nodeNamed("zelShapeShape1");
             KDagPath path;
             add(board.hasAttribute("result"), "attribute");
             add(!shape.isNull(), "shape");
             add(!nodeNamed("zel1").isNull(), "named");
-            add(!shape.isNull() && sourcesOf(shape, "inputSurface") == "board1.result", "shown");
+            add(!shape.isNull() && sourceOf(shape, "inputSurface") == "board1.result", "shown");
             add(!shape.isNull() && KFnDagNode(shape).getPath(path) &&
                     KFnSet(nodeNamed("initialShadingGroup")).isMember(path),
                 "shaded");
             break;
         }
-        case Port::objectOutputByPath:
+        case objectOutputByPath:
             add(board.hasAttribute("results"), "attribute");
-            add(sourcesOf(viewer_, "inputSurface") == "board1.results[0]", "shown");
+            add(sourceOf(viewer_, "inputSurface") == "board1.results[0]", "shown");
             add(!nodeNamed("zelShapeShape1").isNull(), "shape");
             break;
-        case Port::transforms:
+        case transforms:
             add(KFnDependencyNode(shape_).hasAttribute("xform"), "attribute");
-            add(!sourcesOf(shape_, "totalTransform").empty(), "followed");
+            add(!sourceOf(shape_, "totalTransform").empty(), "followed");
             break;
-        case Port::sceneInfo:
+        case sceneInfo:
             add(board.hasAttribute("scene"), "attribute");
             break;
-        case Port::time:
+        case time:
             add(board.hasAttribute("now"), "attribute");
-            add(sourcesOf(board_, "now") == "time1.outTime", "followed");
+            add(sourceOf(board_, "now") == "time1.outTime", "followed");
             break;
         }
         return parts.empty() ? "nothing" : parts;
@@ -169,84 +153,59 @@ protected:
 TEST_P(UnmadePorts, StopAtTheFirstFailingCall) {
     const UnmadePort& row = GetParam();
     const LiveArrays before;
-    row.injection.arm();
-    EXPECT_FALSE(add());
-    EXPECT_TRUE(row.injection.fired());
-    KFailureInjection::reset();
+    EXPECT_FALSE(row.injection.during([this] { return add(); }));
     EXPECT_EQ(made(), row.made);
     EXPECT_TRUE(before.unchanged());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     EveryPortCall, UnmadePorts,
-    ::testing::Values(
-        UnmadePort{"InputAttribute", Port::objectInput, {"KFnGenericAttribute::create"}, "nothing"},
-        UnmadePort{"InputDataKind",
-                   Port::objectInput,
-                   {"KFnGenericAttribute::addDataAccept", 2},
-                   "nothing"},
-        UnmadePort{"InputLookup", Port::objectInput, {"KFnDependencyNode::attribute"}, "attribute"},
-        UnmadePort{"InputAdd", Port::objectInput, {"KDGModifier::addAttribute"}, "nothing"},
-        UnmadePort{"InputAddDone", Port::objectInput, {"KDGModifier::doIt"}, "nothing"},
-        UnmadePort{"OutputAddDone", Port::objectOutput, {"KDGModifier::doIt"}, "nothing"},
-        UnmadePort{"Shape", Port::objectOutput, {"KDagModifier::createNode"}, "attribute"},
-        UnmadePort{"ShapeDone", Port::objectOutput, {"KDGModifier::doIt", 1}, "attribute"},
-        UnmadePort{"ShapeName", Port::objectOutput, {"KDGModifier::renameNode"}, "attribute shape"},
-        UnmadePort{
-            "ShapeNameDone", Port::objectOutput, {"KDGModifier::doIt", 2}, "attribute shape"},
-        UnmadePort{"ShapeInput",
-                   Port::objectOutput,
-                   {"KFnDependencyNode::findPlug", 1},
-                   "attribute shape named"},
-        UnmadePort{
-            "ShapeConnect", Port::objectOutput, {"KDGModifier::connect"}, "attribute shape named"},
-        UnmadePort{"ShapeConnectDone",
-                   Port::objectOutput,
-                   {"KDGModifier::doIt", 3},
-                   "attribute shape named"},
-        UnmadePort{"ShadingGroup",
-                   Port::objectOutput,
-                   {"KDGModifier::commandToExecute"},
-                   "attribute shape named shown"},
-        UnmadePort{"ShadingGroupDone",
-                   Port::objectOutput,
-                   {"KDGModifier::doIt", 4},
-                   "attribute shape named shown"},
-        UnmadePort{"FoundInput",
-                   Port::objectOutputByPath,
-                   {"KFnDependencyNode::findPlug", 1},
-                   "attribute"},
-        UnmadePort{"FoundConnect", Port::objectOutputByPath, {"KDGModifier::connect"}, "attribute"},
-        UnmadePort{
-            "FoundConnectDone", Port::objectOutputByPath, {"KDGModifier::doIt", 1}, "attribute"},
-        UnmadePort{"Matrix", Port::transforms, {"KFnMatrixAttribute::create"}, "nothing"},
-        UnmadePort{
-            "TransformsCompound", Port::transforms, {"KFnCompoundAttribute::create"}, "nothing"},
-        UnmadePort{"MatrixChild", Port::transforms, {"KFnCompoundAttribute::addChild"}, "nothing"},
-        UnmadePort{"TransformsAdd", Port::transforms, {"KDGModifier::addAttribute"}, "nothing"},
-        UnmadePort{"TransformsAddDone", Port::transforms, {"KDGModifier::doIt"}, "nothing"},
-        UnmadePort{"WorldMatrix", Port::transforms, {"KFnDependencyNode::findPlug"}, "attribute"},
-        UnmadePort{
-            "WorldMatrixElement", Port::transforms, {"KPlug::elementByLogicalIndex"}, "attribute"},
-        UnmadePort{
-            "TotalTransform", Port::transforms, {"KFnDependencyNode::findPlug", 1}, "attribute"},
-        UnmadePort{"TransformsConnect", Port::transforms, {"KDGModifier::connect"}, "attribute"},
-        UnmadePort{
-            "TransformsConnectDone", Port::transforms, {"KDGModifier::doIt", 1}, "attribute"},
-        UnmadePort{"SceneCompound", Port::sceneInfo, {"KFnCompoundAttribute::create"}, "nothing"},
-        UnmadePort{"SceneString", Port::sceneInfo, {"KFnTypedAttribute::create", 1}, "nothing"},
-        UnmadePort{"SceneChild", Port::sceneInfo, {"KFnCompoundAttribute::addChild", 3}, "nothing"},
-        UnmadePort{"SceneFlag", Port::sceneInfo, {"KFnNumericAttribute::create"}, "nothing"},
-        UnmadePort{"SceneAdd", Port::sceneInfo, {"KDGModifier::addAttribute"}, "nothing"},
-        UnmadePort{"SceneAddDone", Port::sceneInfo, {"KDGModifier::doIt"}, "nothing"},
-        UnmadePort{"Time", Port::time, {"KFnUnitAttribute::create"}, "nothing"},
-        UnmadePort{"TimeAdd", Port::time, {"KDGModifier::addAttribute"}, "nothing"},
-        UnmadePort{"TimeAddDone", Port::time, {"KDGModifier::doIt"}, "nothing"},
-        UnmadePort{"TimeNodeName", Port::time, {"KSelectionList::add"}, "attribute"},
-        UnmadePort{"TimeNode", Port::time, {"KSelectionList::getDependNode"}, "attribute"},
-        UnmadePort{"OutTime", Port::time, {"KFnDependencyNode::findPlug"}, "attribute"},
-        UnmadePort{"TimeConnect", Port::time, {"KDGModifier::connect"}, "attribute"},
-        UnmadePort{"TimeConnectDone", Port::time, {"KDGModifier::doIt", 1}, "attribute"}),
+    ::testing::ValuesIn(std::vector<UnmadePort>{
+        {"InputAttribute", objectInput, {"KFnGenericAttribute::create"}, "nothing"},
+        {"InputDataKind", objectInput, {"KFnGenericAttribute::addDataAccept", 2}, "nothing"},
+        {"InputLookup", objectInput, {"KFnDependencyNode::attribute"}, "attribute"},
+        {"InputAdd", objectInput, {"KDGModifier::addAttribute"}, "nothing"},
+        {"InputAddDone", objectInput, {"KDGModifier::doIt"}, "nothing"},
+        {"OutputAddDone", objectOutput, {"KDGModifier::doIt"}, "nothing"},
+        {"Shape", objectOutput, {"KDagModifier::createNode"}, "attribute"},
+        {"ShapeDone", objectOutput, {"KDGModifier::doIt", 1}, "attribute"},
+        {"ShapeName", objectOutput, {"KDGModifier::renameNode"}, "attribute shape"},
+        {"ShapeNameDone", objectOutput, {"KDGModifier::doIt", 2}, "attribute shape"},
+        {"ShapeInput", objectOutput, {"KFnDependencyNode::findPlug", 1}, "attribute shape named"},
+        {"ShapeConnect", objectOutput, {"KDGModifier::connect"}, "attribute shape named"},
+        {"ShapeConnectDone", objectOutput, {"KDGModifier::doIt", 3}, "attribute shape named"},
+        {"ShadingGroup",
+         objectOutput,
+         {"KDGModifier::commandToExecute"},
+         "attribute shape named shown"},
+        {"ShadingGroupDone", objectOutput, {"KDGModifier::doIt", 4}, "attribute shape named shown"},
+        {"FoundInput", objectOutputByPath, {"KFnDependencyNode::findPlug", 1}, "attribute"},
+        {"FoundConnect", objectOutputByPath, {"KDGModifier::connect"}, "attribute"},
+        {"FoundConnectDone", objectOutputByPath, {"KDGModifier::doIt", 1}, "attribute"},
+        {"Matrix", transforms, {"KFnMatrixAttribute::create"}, "nothing"},
+        {"TransformsCompound", transforms, {"KFnCompoundAttribute::create"}, "nothing"},
+        {"MatrixChild", transforms, {"KFnCompoundAttribute::addChild"}, "nothing"},
+        {"TransformsAdd", transforms, {"KDGModifier::addAttribute"}, "nothing"},
+        {"TransformsAddDone", transforms, {"KDGModifier::doIt"}, "nothing"},
+        {"WorldMatrix", transforms, {"KFnDependencyNode::findPlug"}, "attribute"},
+        {"WorldMatrixElement", transforms, {"KPlug::elementByLogicalIndex"}, "attribute"},
+        {"TotalTransform", transforms, {"KFnDependencyNode::findPlug", 1}, "attribute"},
+        {"TransformsConnect", transforms, {"KDGModifier::connect"}, "attribute"},
+        {"TransformsConnectDone", transforms, {"KDGModifier::doIt", 1}, "attribute"},
+        {"SceneCompound", sceneInfo, {"KFnCompoundAttribute::create"}, "nothing"},
+        {"SceneString", sceneInfo, {"KFnTypedAttribute::create", 1}, "nothing"},
+        {"SceneChild", sceneInfo, {"KFnCompoundAttribute::addChild", 3}, "nothing"},
+        {"SceneFlag", sceneInfo, {"KFnNumericAttribute::create"}, "nothing"},
+        {"SceneAdd", sceneInfo, {"KDGModifier::addAttribute"}, "nothing"},
+        {"SceneAddDone", sceneInfo, {"KDGModifier::doIt"}, "nothing"},
+        {"Time", time, {"KFnUnitAttribute::create"}, "nothing"},
+        {"TimeAdd", time, {"KDGModifier::addAttribute"}, "nothing"},
+        {"TimeAddDone", time, {"KDGModifier::doIt"}, "nothing"},
+        {"TimeNodeName", time, {"KSelectionList::add"}, "attribute"},
+        {"TimeNode", time, {"KSelectionList::getDependNode"}, "attribute"},
+        {"OutTime", time, {"KFnDependencyNode::findPlug"}, "attribute"},
+        {"TimeConnect", time, {"KDGModifier::connect"}, "attribute"},
+        {"TimeConnectDone", time, {"KDGModifier::doIt", 1}, "attribute"}}),
     RowName());
 
 } // namespace

@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -19,26 +17,14 @@ const std::string kMesh = std::string(DATA_DIR) + "/sample_mesh.obj";
 const std::string kUVSets = std::string(DATA_DIR) + "/sample_mesh_uvsets.gltf";
 const std::string kCurves = std::string(DATA_DIR) + "/sample_curves.obj";
 
-class GeometryCli : public ::testing::Test {
+class GeometryCli : public CliTest {
 protected:
-    void SetUp() override {
-        folder_ = std::filesystem::temp_directory_path() /
-                  ("kova-geometry-" + std::to_string(::getpid()) + "-" +
-                   ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::create_directories(folder_);
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    std::string path(const char* name) const { return (folder_ / name).string(); }
-
     static json inspect(const std::string& file, const std::string& options = "") {
         const CliRun run = kova("inspect --json '" + file + "' " + options);
         EXPECT_EQ(run.exitCode, 0) << run.output;
         return run.exitCode == 0 ? json::parse(run.output) : json();
     }
     static json readJson(const std::string& file) { return json::parse(std::ifstream(file)); }
-
-    std::filesystem::path folder_;
 };
 
 // A property of an inspected object by name (null when absent).
@@ -63,7 +49,31 @@ json perFaceVertex(const json& object, const std::string& name) {
     return values;
 }
 
-TEST_F(GeometryCli, InspectShowsTheMeshObjectTheTranslationMakes) {
+// The meshes of `after` hold the points, faces, UVs and first point colour set of `before`
+// (OBJ keeps one colour set, the first).
+void expectSameMeshes(const json& before, const json& after, const std::string& what) {
+    ASSERT_EQ(after.size(), before.size()) << what;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const json& was = before[i]["object"];
+        const json& is = after[i]["object"];
+        for (const char* name : {"P", "faceOffset", "faceVertexPoint"}) {
+            EXPECT_EQ(property(is, name)["values"], property(was, name)["values"])
+                << what << " mesh " << i << " " << name;
+        }
+        if (!property(was, "uv").is_null()) {
+            EXPECT_EQ(perFaceVertex(is, "uv"), perFaceVertex(was, "uv")) << what;
+        }
+        for (const json& entry : was["properties"]) {
+            if (entry["target"] == "point" && entry["name"] != "N") {
+                EXPECT_EQ(property(is, entry["name"])["values"], entry["values"])
+                    << what << " " << entry["name"];
+                break;
+            }
+        }
+    }
+}
+
+TEST_F(GeometryCli, InspectShowsTheMeshObjectTheTranslationMakesAndOptionsReachThePlugin) {
     const json report = inspect(kMesh);
     ASSERT_EQ(report["meshes"].size(), 1u);
     EXPECT_EQ(report["meshes"][0]["name"], "cube");
@@ -76,19 +86,18 @@ TEST_F(GeometryCli, InspectShowsTheMeshObjectTheTranslationMakes) {
     EXPECT_EQ(property(cube, "colorSet1")["target"], "point");
     EXPECT_EQ(property(property(cube, "top")["values"], "data")["values"],
               json({false, true, false, false, false, false}));
+    EXPECT_TRUE(property(cube, "N").is_null());
     EXPECT_EQ(report["curves"]["count"], 0);
-}
 
-TEST_F(GeometryCli, InspectOutlineIsReadableAndOptionsReachThePlugin) {
+    const json filtered = inspect(kMesh, "--point-normals --channels '^*'")["meshes"][0]["object"];
+    EXPECT_EQ(property(filtered, "N")["size"], 1); // a geometry property over the points
+    EXPECT_TRUE(property(filtered, "uv").is_null());
+    EXPECT_TRUE(property(filtered, "top").is_null());
+
     const CliRun outline = kova("inspect '" + kMesh + "'");
     ASSERT_EQ(outline.exitCode, 0) << outline.output;
     EXPECT_NE(outline.output.find("mesh cube\n"), std::string::npos) << outline.output;
     EXPECT_NE(outline.output.find("over point"), std::string::npos) << outline.output;
-    EXPECT_TRUE(property(inspect(kMesh)["meshes"][0]["object"], "N").is_null());
-    const json cube = inspect(kMesh, "--point-normals --channels '^*'")["meshes"][0]["object"];
-    EXPECT_EQ(property(cube, "N")["size"], 1); // a geometry property over the points
-    EXPECT_TRUE(property(cube, "uv").is_null());
-    EXPECT_TRUE(property(cube, "top").is_null());
 }
 
 TEST_F(GeometryCli, CurvesBecomeOneStrandObjectSampledAsAsked) {
@@ -110,14 +119,11 @@ TEST_F(GeometryCli, ConvertRoundTripKeepsTopologyPositionsUVsColoursAndNormals) 
                               ": 1 mesh(es) and 0 curve(s) in, 1 mesh(es) and 0 tube "
                               "mesh(es) out to " +
                               path("cube.obj") + "\n");
-    const json before = inspect(kMesh)["meshes"][0]["object"];
-    const json after = inspect(path("cube.obj"))["meshes"][0]["object"];
-    for (const char* name : {"P", "faceOffset", "faceVertexPoint"}) {
-        EXPECT_EQ(property(after, name)["values"], property(before, name)["values"]) << name;
-    }
-    EXPECT_EQ(property(after, "colorSet1")["values"], property(before, "colorSet1")["values"]);
-    EXPECT_EQ(perFaceVertex(after, "uv"), perFaceVertex(before, "uv"));
-    EXPECT_EQ(perFaceVertex(after, "faceVertexN"), perFaceVertex(before, "faceVertexN"));
+    const json before = inspect(kMesh)["meshes"];
+    const json after = inspect(path("cube.obj"))["meshes"];
+    expectSameMeshes(before, after, kMesh);
+    EXPECT_EQ(perFaceVertex(after[0]["object"], "faceVertexN"),
+              perFaceVertex(before[0]["object"], "faceVertexN"));
 }
 
 TEST_F(GeometryCli, ConvertReportsWhatWasCarriedDroppedAndTimed) {
@@ -141,18 +147,26 @@ TEST_F(GeometryCli, ConvertReportsWhatWasCarriedDroppedAndTimed) {
     EXPECT_TRUE(meshScope);
 }
 
-TEST_F(GeometryCli, BadFilesAndOptionsFailInOneLine) {
+TEST_F(GeometryCli, BadFilesFormatsAndOptionsFailInOneLineThatSaysWhy) {
     std::ofstream(path("bad.obj")) << "v 0 0 0\nf 1 2 3\n";
-    CliRun run = kova("convert '" + path("bad.obj") + "' '" + path("x.obj") + "'");
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.output, "kova: error: cannot read '" + path("bad.obj") +
-                              "': line 2: vertex index 2 is out of range (1 defined so far)\n");
-    run = kova("convert '" + kMesh + "' '" + path("x.unknownext") + "'");
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
-    run = kova("inspect '" + kCurves + "' --sampling sideways");
-    EXPECT_NE(run.exitCode, 0);
-    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
+    std::ofstream(path("notes.xyz123")) << "hello";
+    const std::pair<std::string, std::string> failures[] = {
+        {"convert '" + path("bad.obj") + "' '" + path("x.obj") + "'",
+         "kova: error: cannot read '" + path("bad.obj") +
+             "': line 2: vertex index 2 is out of range (1 defined so far)\n"},
+        {"inspect '" + path("notes.xyz123") + "'", "kova: error: cannot read '" +
+                                                       path("notes.xyz123") +
+                                                       "': '.xyz123' is not a supported format\n"},
+        {"convert '" + kMesh + "' '" + path("x.unknownext") + "'",
+         "kova: error: cannot write '" + path("x.unknownext") +
+             "': '.unknownext' is not a supported format\n"},
+        {"inspect '" + kCurves + "' --sampling sideways",
+         "kova: --sampling: sideways not in {cvs,byCVCount,bySegmentLength}\n"}};
+    for (const auto& [arguments, message] : failures) {
+        const CliRun run = kova(arguments);
+        EXPECT_NE(run.exitCode, 0) << arguments;
+        EXPECT_EQ(run.output, message);
+    }
 }
 
 TEST_F(GeometryCli, DemoWritesMeshesTubesReportAndTrace) {
@@ -174,10 +188,6 @@ TEST_F(GeometryCli, DemoWritesMeshesTubesReportAndTrace) {
     EXPECT_EQ(property(tubes[0]["object"], "P")["size"].get<unsigned>(),
               8 * report["curves"]["points"].get<unsigned>());
 }
-
-} // namespace
-
-namespace {
 
 // A sample of the third-party models of a few formats (Debian's assimp-testmodels), small
 // enough for a test run; none when the package is absent.
@@ -215,34 +225,12 @@ TEST_F(GeometryCli, ThirdPartyModelsConvertWithTheirMeshesIntactOrFailInOneLine)
         const std::string out = path("model.obj");
         const CliRun run = kova("convert '" + model.string() + "' '" + out + "'");
         if (run.exitCode != 0) {
-            EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << model << "\n"
-                                                                                 << run.output;
+            EXPECT_EQ(run.lines(), 1) << model << "\n" << run.output;
             EXPECT_EQ(run.output.rfind("kova: ", 0), 0u) << model << "\n" << run.output;
             continue;
         }
         ++converted;
-        const json before = inspect(model.string())["meshes"];
-        const json after = inspect(out)["meshes"];
-        ASSERT_EQ(after.size(), before.size()) << model;
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            const json& was = before[i]["object"];
-            const json& is = after[i]["object"];
-            for (const char* name : {"P", "faceOffset", "faceVertexPoint"}) {
-                EXPECT_EQ(property(is, name)["values"], property(was, name)["values"])
-                    << model << " mesh " << i << " " << name;
-            }
-            if (!property(was, "uv").is_null()) {
-                EXPECT_EQ(perFaceVertex(is, "uv"), perFaceVertex(was, "uv")) << model;
-            }
-            // Colour sets run over the points; OBJ keeps one, the first.
-            for (const json& entry : was["properties"]) {
-                if (entry["target"] == "point" && entry["name"] != "N") {
-                    EXPECT_EQ(property(is, entry["name"])["values"], entry["values"])
-                        << model << " " << entry["name"];
-                    break;
-                }
-            }
-        }
+        expectSameMeshes(inspect(model.string())["meshes"], inspect(out)["meshes"], model.string());
     }
     EXPECT_GE(converted, 5) << "of " << models.size();
 }

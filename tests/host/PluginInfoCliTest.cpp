@@ -2,15 +2,12 @@
 
 #include "CliRun.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <string>
 
 namespace {
 
-TEST(PluginInfoCli, ReportsEveryPortKindAsJson) {
+TEST(PluginInfoCli, ReportsEveryPortKindAsJsonOrAsAReadableSummary) {
     const CliRun run = kova("plugin-info --json --plugin '" + std::string(PLUGIN_PATH) + "'");
     ASSERT_EQ(run.exitCode, 0) << run.output;
     const nlohmann::json report = nlohmann::json::parse(run.output);
@@ -31,31 +28,24 @@ TEST(PluginInfoCli, ReportsEveryPortKindAsJson) {
     EXPECT_EQ(ports["amount"]["attributes"], nlohmann::json::array());
     EXPECT_NE(std::find(report["sceneNodes"].begin(), report["sceneNodes"].end(), "zel1"),
               report["sceneNodes"].end());
+
+    const CliRun summary = kova("plugin-info --plugin '" + std::string(PLUGIN_PATH) + "'");
+    ASSERT_EQ(summary.exitCode, 0) << summary.output;
+    EXPECT_NE(summary.output.find("signature: ok"), std::string::npos) << summary.output;
+    EXPECT_NE(summary.output.find("(not handled)"), std::string::npos) << summary.output;
 }
 
-TEST(PluginInfoCli, PrintsAReadableSummaryByDefault) {
-    const CliRun run = kova("plugin-info --plugin '" + std::string(PLUGIN_PATH) + "'");
-    ASSERT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_NE(run.output.find("signature: ok"), std::string::npos) << run.output;
-    EXPECT_NE(run.output.find("(not handled)"), std::string::npos) << run.output;
-}
-
-TEST(PluginInfoCli, FailsWithOneLineForAMissingPlugin) {
-    const CliRun run = kova("plugin-info --plugin /nonexistent/plugin.so");
-    EXPECT_NE(run.exitCode, 0);
-    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
-}
-
-TEST(PluginInfoCli, RefusesALibraryThatIsNotASignedPluginInOneLine) {
-    const CliRun run = kova("plugin-info --plugin '" + std::string(UNSIGNED_PATH) + "'");
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.output.find("refused"), std::string::npos) << run.output;
-    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << run.output;
-}
-
-TEST(PluginInfoCli, RequiresASubcommand) {
-    const CliRun run = kova("");
-    EXPECT_NE(run.exitCode, 0);
+TEST(PluginInfoCli, MissingOrUnsignedPluginsAndAMissingSubcommandFailInOneLine) {
+    const CliRun missing = kova("plugin-info --plugin /nonexistent/plugin.so");
+    EXPECT_NE(missing.exitCode, 0);
+    EXPECT_EQ(missing.lines(), 1) << missing.output;
+    const CliRun unsigned_ = kova("plugin-info --plugin '" + std::string(UNSIGNED_PATH) + "'");
+    EXPECT_EQ(unsigned_.exitCode, 1);
+    EXPECT_NE(unsigned_.output.find("refused"), std::string::npos) << unsigned_.output;
+    EXPECT_EQ(unsigned_.lines(), 1) << unsigned_.output;
+    const CliRun none = kova("");
+    EXPECT_NE(none.exitCode, 0);
+    EXPECT_EQ(none.lines(), 1) << none.output;
 }
 
 } // namespace

@@ -55,19 +55,6 @@ TEST_F(AssimpFormats, GltfSampleBringsTwoUVSetsColoursNormalsAndMaterials) {
     EXPECT_EQ(result.nodes.shadingGroups.size(), 2u);
 }
 
-TEST_F(AssimpFormats, StlTriangleSoupIsWeldedToSharedPoints) {
-    const std::string stl = "solid t\n"
-                            " facet normal 0 0 1\n  outer loop\n   vertex 0 0 0\n   vertex 1 0 0\n"
-                            "   vertex 1 1 0\n  endloop\n endfacet\n"
-                            " facet normal 0 0 1\n  outer loop\n   vertex 0 0 0\n   vertex 1 1 0\n"
-                            "   vertex 0 1 0\n  endloop\n endfacet\nendsolid t\n";
-    const ImportResult result = importScene(file("soup.stl", stl));
-    ASSERT_TRUE(result.status) << result.status.errorString();
-    KFnMesh fn(result.nodes.meshShapes.at(0));
-    EXPECT_EQ(fn.numVertices(), 4);
-    EXPECT_EQ(fn.numPolygons(), 2);
-}
-
 TEST_F(AssimpFormats, MeshesWrittenThroughAssimpReadBackWithTheirValues) {
     ASSERT_TRUE(importScene(dataFile("sample_mesh.obj")).status);
     SceneData before;

@@ -39,51 +39,25 @@ TEST_F(MalformedFiles, ObjErrorsNameTheLineAndTheReason) {
               "not an OBJ text file (it holds binary or UTF-16 data)");
 }
 
-TEST_F(MalformedFiles, TruncatedObjFailsWithoutTouchingTheScene) {
+TEST_F(MalformedFiles, FilesThatFailLeaveTheSceneUntouched) {
     const std::string whole = read(dataFile("sample_mesh.obj"));
+    const std::pair<std::string, std::string> files[] = {
+        // Cut in the middle of a point: ends in "v 1 1".
+        {file("cut.obj", whole.substr(0, whole.find("v 1 1 0") + 5)),
+         "cut.obj': line 6: 'v' needs x y z"},
+        {file("infinite.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
+                              "property float y\nproperty float z\nelement face 1\n"
+                              "property list uchar int vertex_indices\nend_header\n"
+                              "0 0 0\n1 0 0\ninf 1 0\n3 0 1 2\n"),
+         "a point coordinate is not a finite number"}};
     const unsigned int before = KScene::current().nodeCount();
-    const std::string cut = whole.substr(0, whole.find("v 1 1 0") + 5); // ends in "v 1 1"
-    const ImportResult result = importScene(file("cut.obj", cut));
-    EXPECT_FALSE(result.status);
-    EXPECT_NE(failureText(result.status).find("cut.obj': line 6: 'v' needs x y z"),
-              std::string::npos)
-        << failureText(result.status);
-    EXPECT_EQ(KScene::current().nodeCount(), before);
-}
-
-TEST_F(MalformedFiles, NonFiniteNumbersAreRefusedBeforeTheSceneChanges) {
-    const std::string ply = "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
-                            "property float y\nproperty float z\nelement face 1\n"
-                            "property list uchar int vertex_indices\nend_header\n"
-                            "0 0 0\n1 0 0\ninf 1 0\n3 0 1 2\n";
-    const unsigned int before = KScene::current().nodeCount();
-    const ImportResult result = importScene(file("infinite.ply", ply));
-    EXPECT_FALSE(result.status);
-    EXPECT_NE(failureText(result.status).find("a point coordinate is not a finite number"),
-              std::string::npos)
-        << failureText(result.status);
-    EXPECT_EQ(KScene::current().nodeCount(), before);
-}
-
-TEST_F(MalformedFiles, DeclaredCountsBeyondTheFileSizeFailBeforeReading) {
-    const std::string ply = "ply\nformat binary_little_endian 1.0\nelement vertex 1000000000000\n"
-                            "property float x\nproperty float y\nproperty float z\nend_header\n" +
-                            std::string(900, '\1');
-    EXPECT_NE(failureText(importScene(file("huge.ply", ply)).status)
-                  .find("declares 1000000000000 vertex after its header, at least "
-                        "12000000000000 bytes, but holds 900"),
-              std::string::npos);
-    std::string stl(84, '\0');
-    stl[80] = '\xff';
-    stl[81] = '\xff';
-    stl[82] = '\xff';
-    stl[83] = '\x7f';
-    EXPECT_NE(failureText(importScene(file("huge.stl", stl)).status)
-                  .find("declares 2147483647 triangles"),
-              std::string::npos);
-    EXPECT_NE(failureText(importScene(file("huge.off", "OFF\n4000000000 1 0\n0 0 0\n")).status)
-                  .find("declares 4000000000 vertices and 1 faces"),
-              std::string::npos);
+    for (const auto& [path, reason] : files) {
+        const ImportResult result = importScene(path);
+        EXPECT_FALSE(result.status) << path;
+        EXPECT_NE(failureText(result.status).find(reason), std::string::npos)
+            << failureText(result.status);
+        EXPECT_EQ(KScene::current().nodeCount(), before) << path;
+    }
 }
 
 TEST_F(MalformedFiles, BrokenAssimpFilesFailWithOneLine) {
@@ -105,12 +79,9 @@ TEST_F(MalformedFiles, BrokenAssimpFilesFailWithOneLine) {
     EXPECT_FALSE(importScene(file("noise.glb", std::string(300, '\x5a'))).status);
 }
 
-TEST_F(MalformedFiles, MissingFilesAndUnknownFormatsSayWhy) {
+TEST_F(MalformedFiles, MissingFilesSayWhy) {
     EXPECT_EQ(failureText(importScene((dir / "none.obj").string()).status),
               "cannot open '" + (dir / "none.obj").string() + "': No such file or directory");
-    const std::string path = file("notes.xyz123", "hello");
-    EXPECT_EQ(failureText(importScene(path).status),
-              "cannot read '" + path + "': '.xyz123' is not a supported format");
 }
 
 } // namespace

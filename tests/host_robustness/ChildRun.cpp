@@ -1,9 +1,7 @@
 #include "ChildRun.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
-#include <fstream>
+#include <memory>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -11,38 +9,23 @@
 
 namespace {
 
-// A file in the temporary folder, removed with its owner.
-class ScratchFile {
-public:
-    explicit ScratchFile(const std::string& contents = {}) {
-        char name[] = "/tmp/kova-child-XXXXXX";
-        fd_ = mkstemp(name);
-        path_ = name;
-        if (!contents.empty() && fd_ >= 0) {
-            [[maybe_unused]] const ssize_t written = write(fd_, contents.data(), contents.size());
-        }
-    }
-    ~ScratchFile() {
-        if (fd_ >= 0) {
-            close(fd_);
-        }
-        unlink(path_.c_str());
-    }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
+// An anonymous temporary file, gone when closed.
+using TemporaryFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-    const std::string& path() const { return path_; }
-    std::string contents() const {
-        std::ifstream in(path_, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+TemporaryFile temporaryFile() {
+    return {std::tmpfile(), &std::fclose};
+}
 
-private:
-    int fd_ = -1;
-    std::string path_;
-};
+// What a file holds, from its start.
+std::string contents(std::FILE* file) {
+    std::string text;
+    std::rewind(file);
+    char buffer[4096];
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {
+        text.append(buffer, n);
+    }
+    return text;
+}
 
 } // namespace
 
@@ -55,8 +38,17 @@ std::vector<std::string> ChildRun::errorLines() const {
     return lines;
 }
 
-ChildRun runChild(const std::vector<std::string>& arguments, const ChildOptions& options) {
-    ScratchFile input(options.input), out, err;
+ChildRun runKova(std::vector<std::string> arguments, const std::string& input) {
+    arguments.insert(arguments.begin(), KOVA_PATH);
+    ChildRun run;
+    const TemporaryFile in = temporaryFile(), out = temporaryFile(), err = temporaryFile();
+    if (!in || !out || !err) {
+        run.err = "no temporary files";
+        return run;
+    }
+    std::fwrite(input.data(), 1, input.size(), in.get());
+    std::fflush(in.get());
+    std::rewind(in.get());
     // Everything the child needs is prepared before fork: after it, only calls that are safe
     // in a child of a threaded process.
     std::vector<char*> argv;
@@ -64,39 +56,26 @@ ChildRun runChild(const std::vector<std::string>& arguments, const ChildOptions&
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
     argv.push_back(nullptr);
-    const rlimit limit{options.addressSpaceLimit, options.addressSpaceLimit};
 
-    ChildRun run;
     const pid_t pid = fork();
     if (pid == 0) {
-        const int in = open(input.path().c_str(), O_RDONLY);
-        const int o = open(out.path().c_str(), O_WRONLY | O_TRUNC);
-        const int e = open(err.path().c_str(), O_WRONLY | O_TRUNC);
-        if (in < 0 || o < 0 || e < 0 || dup2(in, 0) < 0 || dup2(o, 1) < 0 || dup2(e, 2) < 0 ||
-            (options.addressSpaceLimit > 0 && setrlimit(RLIMIT_AS, &limit) != 0)) {
-            _exit(127);
+        if (dup2(fileno(in.get()), 0) >= 0 && dup2(fileno(out.get()), 1) >= 0 &&
+            dup2(fileno(err.get()), 2) >= 0) {
+            execv(argv[0], argv.data());
         }
-        execv(argv[0], argv.data());
         _exit(127);
-    }
-    if (pid < 0) {
-        run.err = "fork failed";
-        return run;
     }
     int status = 0;
     rusage usage{};
-    if (wait4(pid, &status, 0, &usage) == pid) {
-        run.exited = WIFEXITED(status);
-        run.exitCode = run.exited ? WEXITSTATUS(status) : -1;
-        run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-        run.peakResidentBytes = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid) {
+        run.err = "fork failed";
+        return run;
     }
-    run.out = out.contents();
-    run.err = err.contents();
+    run.exited = WIFEXITED(status);
+    run.exitCode = run.exited ? WEXITSTATUS(status) : -1;
+    run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    run.peakResidentBytes = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    run.out = contents(out.get());
+    run.err = contents(err.get());
     return run;
-}
-
-ChildRun runKova(std::vector<std::string> arguments, const ChildOptions& options) {
-    arguments.insert(arguments.begin(), KOVA_PATH);
-    return runChild(arguments, options);
 }

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-// Runs a program in a child process as a user's shell does and keeps what came of it: how it
-// ended, what it printed on each stream, and the most memory it held at once.
+// Runs the `kova` program of this build in a child process as a user's shell does and keeps
+// what came of it: how it ended, what it printed on each stream, and the most memory it held
+// at once.
 struct ChildRun {
     bool exited = false; // false when a signal ended it
     int exitCode = -1;
@@ -18,12 +19,5 @@ struct ChildRun {
     std::vector<std::string> errorLines() const;
 };
 
-struct ChildOptions {
-    std::string input;                 // standard input
-    std::size_t addressSpaceLimit = 0; // bytes of address space the child may map; 0: no limit
-};
-
-ChildRun runChild(const std::vector<std::string>& arguments, const ChildOptions& options = {});
-
-// The `kova` program of this build with `arguments`.
-ChildRun runKova(std::vector<std::string> arguments, const ChildOptions& options = {});
+// `kova` with `arguments`, given `input` on standard input.
+ChildRun runKova(std::vector<std::string> arguments, const std::string& input = {});

@@ -1,5 +1,5 @@
-// A translation library with one fault, chosen by its build (FAULT names a `Fault`; `None`
-// for none): one of the operations that the board executor or the host calls throws, or
+// A translation library with one fault, chosen by its build (FAULT names it; "None" for
+// none): one of the operations that the board executor or the host calls throws, or
 // returns failure. Everything else works like a small library: it handles "Object" ports, gives
 // each a generic host attribute that takes meshes, translates an input into an empty object, and
 // registers the host node "faultyNode" (its "input" times two on "output").
@@ -15,6 +15,7 @@
 #include <orsel/Value.h>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <zelvane/Object.h>
 #include <zelvane/executor/TypeTranslation.h>
 
@@ -25,26 +26,12 @@ namespace {
 using ZelvaneGraph::Executor::HostPortContext;
 using ZelvaneGraph::Executor::PortDirection;
 
-enum class Fault {
-    FactoryThrows,
-    SupportedTypesThrow,
-    RegisterThrows,
-    PortAddedThrows,
-    InputThrows,
-    InputFails,
-    OutputThrows,
-    OutputFails,
-    ComputeThrows,
-    ComputeFails,
-    DeregisterThrows,
-    ReleaseThrows,
-    None,
-};
-constexpr Fault kFault = Fault::FAULT;
+// The fault of this build, by name.
+constexpr std::string_view kFault = FAULT;
 
 constexpr unsigned int kNodeTypeId = 0x7E2001;
 
-void throwIf(Fault fault, const char* operation) {
+void throwIf(std::string_view fault, const char* operation) {
     if (kFault == fault) {
         throw std::runtime_error(std::string(operation) + " fails on purpose");
     }
@@ -68,8 +55,8 @@ public:
         if (plug != output) {
             return KStatus::kUnknownParameter;
         }
-        throwIf(Fault::ComputeThrows, "compute");
-        if (kFault == Fault::ComputeFails) {
+        throwIf("ComputeThrows", "compute");
+        if (kFault == "ComputeFails") {
             return KStatus(KStatus::kFailure, "compute fails on purpose");
         }
         block.outputValue(output).setDouble(2.0 * block.inputValue(input).asDouble());
@@ -81,18 +68,18 @@ class FaultyTranslation : public ZelvaneGraph::Executor::TypeTranslation {
 public:
     void release() override {
         delete this;
-        throwIf(Fault::ReleaseThrows, "release");
+        throwIf("ReleaseThrows", "release");
     }
 
     void getSupportedTypeNames(Orsel::Array<Orsel::String>& names) const override {
-        throwIf(Fault::SupportedTypesThrow, "getSupportedTypeNames");
+        throwIf("SupportedTypesThrow", "getSupportedTypeNames");
         names.push_back(Zelvane::objectType().fullyQualifiedName());
     }
 
     bool translateInputValue(const Orsel::Type& portType, Orsel::Value& destination,
                              const HostPortContext&) const override {
-        throwIf(Fault::InputThrows, "translateInputValue");
-        if (kFault == Fault::InputFails) {
+        throwIf("InputThrows", "translateInputValue");
+        if (kFault == "InputFails") {
             return false;
         }
         destination = Orsel::Value::fromClass(portType, Zelvane::createObject());
@@ -100,13 +87,13 @@ public:
     }
 
     bool translateOutputValue(const Orsel::Value&, const HostPortContext&) const override {
-        throwIf(Fault::OutputThrows, "translateOutputValue");
-        return kFault != Fault::OutputFails;
+        throwIf("OutputThrows", "translateOutputValue");
+        return kFault != "OutputFails";
     }
 
     bool portAdded(const KObject& node, const Orsel::String& portName, PortDirection direction,
                    const Orsel::Type&, const Orsel::MetadataItem&) const override {
-        throwIf(Fault::PortAddedThrows, "portAdded");
+        throwIf("PortAddedThrows", "portAdded");
         const std::string name{std::string_view(portName)};
         KFnGenericAttribute fnGeneric;
         const KObject attribute = fnGeneric.create(name.c_str(), name.c_str());
@@ -118,7 +105,7 @@ public:
     }
 
     bool registerHostPlugins(const KObject& plugin) override {
-        throwIf(Fault::RegisterThrows, "registerHostPlugins");
+        throwIf("RegisterThrows", "registerHostPlugins");
         return static_cast<bool>(KFnPlugin(plugin, "Faults", "1.0")
                                      .registerNode("faultyNode", KTypeId(kNodeTypeId),
                                                    &FaultyNode::create, &FaultyNode::initialize));
@@ -126,7 +113,7 @@ public:
 
     bool deregisterHostPlugins(const KObject& plugin) override {
         const bool done = static_cast<bool>(KFnPlugin(plugin).deregisterNode(KTypeId(kNodeTypeId)));
-        throwIf(Fault::DeregisterThrows, "deregisterHostPlugins");
+        throwIf("DeregisterThrows", "deregisterHostPlugins");
         return done;
     }
 };
@@ -135,6 +122,6 @@ public:
 
 extern "C" __attribute__((visibility("default"))) ZelvaneGraph::Executor::TypeTranslation*
 createZelvaneTypeTranslation() {
-    throwIf(Fault::FactoryThrows, "createZelvaneTypeTranslation");
+    throwIf("FactoryThrows", "createZelvaneTypeTranslation");
     return new FaultyTranslation;
 }

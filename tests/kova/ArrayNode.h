@@ -71,3 +71,13 @@ public:
 
     unsigned int lastPreviousCount = 0;
 };
+
+// Registers "testArrays" on top of what KovaTest sets up.
+class ArrayNodeTest : public KovaTest {
+protected:
+    void SetUp() override {
+        KovaTest::SetUp();
+        ASSERT_TRUE(KFnPlugin(module).registerNode("testArrays", KTypeId(ArrayNode::kId),
+                                                   &ArrayNode::create, &ArrayNode::initialize));
+    }
+};

@@ -9,15 +9,11 @@ namespace {
 
 class CommandTest : public KovaTest {
 protected:
-    static std::vector<std::string> run(const char* command) {
+    static Words run(const char* command) {
         KStringArray words;
         const KStatus status = KGlobal::executeCommand(command, &words);
         EXPECT_TRUE(status) << command << ": " << status.errorString();
-        std::vector<std::string> out;
-        for (const KString& w : words) {
-            out.push_back(w.str());
-        }
-        return out;
+        return wordsOf(words);
     }
 
     // Runs a command that must fail and returns its reason.
@@ -30,9 +26,7 @@ protected:
     }
 };
 
-using Words = std::vector<std::string>;
-
-TEST_F(CommandTest, CreateSetGetConnect) {
+TEST_F(CommandTest, CreateNodesSetGetAndConnect) {
     EXPECT_EQ(run("createNode testScale -name src"), Words{"src"});
     EXPECT_EQ(run("createNode testScale -n dst"), Words{"dst"});
     run("setAttr src.input 2.5; connectAttr src.output dst.input");
@@ -40,9 +34,8 @@ TEST_F(CommandTest, CreateSetGetConnect) {
     run("disconnectAttr src.output dst.input");
     run("setAttr dst.input -1");
     EXPECT_EQ(run("getAttr dst.output"), Words{"-2"});
-}
 
-TEST_F(CommandTest, CreateNodeUnderAParentAndShapes) {
+    // Under a parent, and shapes under a transform of their own.
     EXPECT_EQ(run("createNode transform -n top"), Words{"top"});
     EXPECT_EQ(run("createNode transform -n kid -p top"), Words{"kid"});
     EXPECT_EQ(KFnDagNode(KScene::current().findNode("kid")).fullPathName(), "|top|kid");
@@ -81,22 +74,25 @@ TEST_F(CommandTest, SetAttrByKind) {
 
 TEST_F(CommandTest, MalformedCommandsFailWithAReason) {
     run("createNode testScale -n n");
-    EXPECT_NE(failure("frobnicate x").find("unknown command"), std::string::npos);
-    EXPECT_NE(failure("createNode noSuchType").find("unknown node type"), std::string::npos);
-    EXPECT_NE(failure("createNode testScale -bogus").find("unknown flag"), std::string::npos);
-    EXPECT_NE(failure("createNode testScale -name").find("needs a value"), std::string::npos);
-    EXPECT_NE(failure("setAttr n.input \"abc").find("unterminated"), std::string::npos);
-    EXPECT_NE(failure("setAttr n.input abc").find("not a number"), std::string::npos);
-    EXPECT_NE(failure("setAttr n.input 1 2").find("expected 1 value"), std::string::npos);
-    EXPECT_NE(failure("getAttr n.nothing").find("no such attribute"), std::string::npos);
-    EXPECT_NE(failure("getAttr n.input[2]").find("not an array"), std::string::npos);
-    EXPECT_NE(failure("getAttr nowhere.input").find("no such node"), std::string::npos);
-    EXPECT_NE(failure("connectAttr n.output").find("expected a source"), std::string::npos);
-    EXPECT_NE(failure("rename n 1bad").find("invalid node name"), std::string::npos);
-    EXPECT_NE(failure("sets -forceElement initialShadingGroup n").find("need -edit"),
-              std::string::npos);
-    EXPECT_NE(failure("sets -e -fe initialShadingGroup n").find("not a DAG node"),
-              std::string::npos);
+    const std::pair<const char*, const char*> cases[] = {
+        {"frobnicate x", "unknown command"},
+        {"createNode noSuchType", "unknown node type"},
+        {"createNode testScale -bogus", "unknown flag"},
+        {"createNode testScale -name", "needs a value"},
+        {"setAttr n.input \"abc", "unterminated"},
+        {"setAttr n.input abc", "not a number"},
+        {"setAttr n.input 1 2", "expected 1 value"},
+        {"getAttr n.nothing", "no such attribute"},
+        {"getAttr n.input[2]", "not an array"},
+        {"getAttr nowhere.input", "no such node"},
+        {"connectAttr n.output", "expected a source"},
+        {"rename n 1bad", "invalid node name"},
+        {"sets -forceElement initialShadingGroup n", "need -edit"},
+        {"sets -e -fe initialShadingGroup n", "not a DAG node"},
+    };
+    for (const auto& [command, reason] : cases) {
+        EXPECT_NE(failure(command).find(reason), std::string::npos) << command;
+    }
     // A failing command stops the line: the rename after it does not run.
     failure("setAttr n.input x; rename n m");
     EXPECT_FALSE(KScene::current().findNode("n").isNull());

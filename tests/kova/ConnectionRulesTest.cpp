@@ -11,12 +11,10 @@
 
 namespace {
 
-class ConnectionRulesTest : public KovaTest {
+class ConnectionRulesTest : public ArrayNodeTest {
 protected:
     void SetUp() override {
-        KovaTest::SetUp();
-        ASSERT_TRUE(KFnPlugin(module).registerNode("testArrays", KTypeId(ArrayNode::kId),
-                                                   &ArrayNode::create, &ArrayNode::initialize));
+        ArrayNodeTest::SetUp();
         from = createNode("testArrays", "from");
         to = createNode("testArrays", "to");
     }
@@ -36,7 +34,7 @@ protected:
     KObject from, to;
 };
 
-TEST_F(ConnectionRulesTest, KindsMustFit) {
+TEST_F(ConnectionRulesTest, KindsAndFlagsMustFit) {
     KFnTypedAttribute typed;
     KFnUnitAttribute unit;
     KFnMatrixAttribute matrix;
@@ -62,6 +60,14 @@ TEST_F(ConnectionRulesTest, KindsMustFit) {
     EXPECT_EQ(xform.source().name(), "xf.worldMatrix[0]");
     EXPECT_TRUE(connect(plug(transform, "translate"), triple));
     EXPECT_FALSE(connect(plug(from, "sum"), plug(to, "sum"))); // not writable
+
+    // Neither an attribute that is not connectable nor one that is not readable.
+    const KObject sealed = numeric.create("sealed", "sl", KFnNumericData::kDouble);
+    numeric.setConnectable(false);
+    const KObject hidden = numeric.create("hiddenOut", "ho", KFnNumericData::kDouble);
+    numeric.setReadable(false);
+    EXPECT_FALSE(connect(plug(from, "sum"), add(to, sealed)));
+    EXPECT_FALSE(connect(add(from, hidden), plug(to, "first")));
 }
 
 TEST_F(ConnectionRulesTest, GenericSourceFeedsTypedInputsOfADataTypeItAccepts) {
@@ -76,20 +82,6 @@ TEST_F(ConnectionRulesTest, GenericSourceFeedsTypedInputsOfADataTypeItAccepts) {
     EXPECT_TRUE(connect(anything, add(to, typed.create("shape", "sh", KFnData::kMesh))));
     EXPECT_FALSE(connect(anything, add(to, typed.create("other", "ot", KTypeId(0x7f002)))));
     EXPECT_FALSE(connect(anything, add(to, typed.create("text", "tx", KFnData::kString))));
-}
-
-TEST_F(ConnectionRulesTest, FlagsGateConnections) {
-    KFnNumericAttribute numeric;
-    const KObject sealed = numeric.create("sealed", "sl", KFnNumericData::kDouble);
-    numeric.setConnectable(false);
-    const KObject hidden = numeric.create("hiddenOut", "ho", KFnNumericData::kDouble);
-    numeric.setReadable(false);
-    EXPECT_FALSE(numeric.isReadable());
-    EXPECT_TRUE(numeric.isWritable());
-    const KPlug sealedPlug = add(to, sealed);
-    const KPlug hiddenPlug = add(from, hidden);
-    EXPECT_FALSE(connect(plug(from, "sum"), sealedPlug));
-    EXPECT_FALSE(connect(hiddenPlug, plug(to, "first")));
 }
 
 TEST_F(ConnectionRulesTest, WholeCompoundConnectionFeedsEachChild) {

@@ -95,7 +95,7 @@ TEST_F(DagTest, ShapeWithoutParentGetsATransform) {
     EXPECT_EQ(path.transform(), top);
 }
 
-TEST_F(DagTest, ReparentingChecksTheHierarchy) {
+TEST_F(DagTest, ReparentingChecksTheHierarchyAndDeletingAParentDeletesItsChildren) {
     const KObject a = transform("a");
     const KObject b = transform("b", a);
     KDagModifier modifier;
@@ -107,16 +107,14 @@ TEST_F(DagTest, ReparentingChecksTheHierarchy) {
     ASSERT_TRUE(again.doIt());
     EXPECT_EQ(KFnDagNode(b).parentCount(), 0u);
     EXPECT_EQ(KFnDagNode(b).fullPathName(), "|b");
-}
 
-TEST_F(DagTest, DeletingAParentDeletesItsChildren) {
-    const KObject a = transform("a");
-    const KObject b = transform("b", a);
-    KObjectHandle handle(b);
-    ASSERT_TRUE(KGlobal::executeCommand("delete a"));
-    EXPECT_TRUE(handle.isAlive()); // `b` still refers to it
+    // Deleting a parent deletes its children.
+    const KObject c = transform("c", b);
+    KObjectHandle handle(c);
+    ASSERT_TRUE(KGlobal::executeCommand("delete b"));
+    EXPECT_TRUE(handle.isAlive()); // `c` still refers to it
     EXPECT_FALSE(handle.isValid());
-    EXPECT_TRUE(KScene::current().findNode("b").isNull());
+    EXPECT_TRUE(KScene::current().findNode("c").isNull());
 }
 
 } // namespace

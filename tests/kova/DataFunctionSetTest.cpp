@@ -12,7 +12,7 @@ namespace {
 
 class DataFunctionSetTest : public KovaTest {};
 
-TEST_F(DataFunctionSetTest, ArrayDataCopiesInAndOut) {
+TEST_F(DataFunctionSetTest, ArrayStringAndMatrixDataCopyInAndOut) {
     KFnDoubleArrayData doubles;
     const KObject data = doubles.create({1.0, 2.0, 3.0});
     EXPECT_EQ(data.apiType(), KFn::kDoubleArrayData);
@@ -33,13 +33,11 @@ TEST_F(DataFunctionSetTest, ArrayDataCopiesInAndOut) {
     EXPECT_EQ(vectors[0], KVector(1, 2, 3));
     ASSERT_TRUE(vectors.set({KVector(0, 0, 1), KVector(0, 1, 0)}));
     EXPECT_EQ(vectors.length(), 2u);
-}
 
-TEST_F(DataFunctionSetTest, StringAndMatrixData) {
     KFnStringData text;
-    const KObject data = text.create("first");
+    const KObject string = text.create("first");
     ASSERT_TRUE(text.set("second"));
-    EXPECT_EQ(KFnStringData(data).string(), "second");
+    EXPECT_EQ(KFnStringData(string).string(), "second");
     KMatrix m;
     m(0, 3) = 2.0;
     KFnMatrixData matrix;

@@ -10,7 +10,10 @@
 #include <kova/KPluginLoader.h>
 #include <kova/KPxNode.h>
 #include <kova/KScene.h>
+#include <kova/KStringArray.h>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 // A node type for evaluation tests, "testScale": output = input * 2, with a mode that makes
 // its compute throw (1), fail (2) or answer kUnknownParameter (3). Each node counts its
@@ -100,3 +103,13 @@ protected:
 
     KObject module;
 };
+
+using Words = std::vector<std::string>;
+
+inline Words wordsOf(const KStringArray& strings) {
+    Words words;
+    for (const KString& s : strings) {
+        words.push_back(s.str());
+    }
+    return words;
+}

@@ -7,9 +7,15 @@ namespace {
 
 class ModifierTest : public KovaTest {};
 
-TEST_F(ModifierTest, NothingHappensBeforeDoIt) {
+TEST_F(ModifierTest, QueuesWhatIsNotKnownBadAndDoesNothingBeforeDoIt) {
     KDGModifier modifier;
     KStatus status;
+    EXPECT_TRUE(modifier.createNode("noSuchType", &status).isNull());
+    EXPECT_EQ(status, KStatus::kInvalidParameter);
+    EXPECT_FALSE(modifier.connect(KPlug(), KPlug()));
+    EXPECT_FALSE(modifier.renameNode(KObject(), "x"));
+    EXPECT_EQ(modifier.pendingCount(), 0u);
+
     const KObject node = modifier.createNode("testScale", &status);
     ASSERT_TRUE(status);
     ASSERT_FALSE(node.isNull());
@@ -37,16 +43,6 @@ TEST_F(ModifierTest, DoItRunsInOrderAndStopsAtFirstFailure) {
     EXPECT_EQ(KFnDependencyNode(a).name(), "first");
     EXPECT_EQ(KFnDependencyNode(b).name(), "b");
     EXPECT_EQ(modifier.pendingCount(), 2u);
-}
-
-TEST_F(ModifierTest, QueuingRefusesWhatIsKnownBad) {
-    KDGModifier modifier;
-    KStatus status;
-    EXPECT_TRUE(modifier.createNode("noSuchType", &status).isNull());
-    EXPECT_EQ(status, KStatus::kInvalidParameter);
-    EXPECT_FALSE(modifier.connect(KPlug(), KPlug()));
-    EXPECT_FALSE(modifier.renameNode(KObject(), "x"));
-    EXPECT_EQ(modifier.pendingCount(), 0u);
 }
 
 TEST_F(ModifierTest, AddsDynamicAttributesAndRunsCommands) {

@@ -6,12 +6,10 @@
 
 namespace {
 
-class PlugTest : public KovaTest {
+class PlugTest : public ArrayNodeTest {
 protected:
     void SetUp() override {
-        KovaTest::SetUp();
-        ASSERT_TRUE(KFnPlugin(module).registerNode("testArrays", KTypeId(ArrayNode::kId),
-                                                   &ArrayNode::create, &ArrayNode::initialize));
+        ArrayNodeTest::SetUp();
         node = createNode("testArrays", "arr");
     }
     KObject node;
@@ -36,7 +34,7 @@ TEST_F(PlugTest, LogicalIndicesAreSparseAndPhysicalIndicesDense) {
     EXPECT_DOUBLE_EQ(plug(node, "sum").asDouble(), 490.0 + 3.0);
 }
 
-TEST_F(PlugTest, NamesAndStructure) {
+TEST_F(PlugTest, NamesAndStructureOfElementsAndChildren) {
     const KPlug element = plug(node, "values").elementByLogicalIndex(3);
     EXPECT_EQ(element.name(), "arr.values[3]");
     EXPECT_EQ(element.partialName(), "vals[3]");
@@ -55,10 +53,8 @@ TEST_F(PlugTest, NamesAndStructure) {
     EXPECT_EQ(second.partialName(false, true), "pr.snd");
     EXPECT_EQ(second.parent(), pair);
     EXPECT_EQ(pair.child(ArrayNode::first), plug(node, "first"));
-}
-
-TEST_F(PlugTest, CompoundChildrenFeedTheCompute) {
-    plug(node, "pair").child(0).setDouble(10.0);
+    // Children found either way feed the compute.
+    pair.child(0).setDouble(10.0);
     plug(node, "second").setDouble(5.0);
     EXPECT_DOUBLE_EQ(plug(node, "sum").asDouble(), 15.0);
 }
@@ -85,12 +81,10 @@ TEST_F(PlugTest, ConnectionsAreListedFromBothEnds) {
     KPlugArray all;
     EXPECT_TRUE(KFnDependencyNode(other).getConnections(all));
     EXPECT_EQ(all.length(), 2u);
-}
 
-TEST_F(PlugTest, ArraySourceToSingleDestinationUsesElementZero) {
-    const KObject other = createNode("testArrays", "other");
-    ASSERT_TRUE(KGlobal::executeCommand("connectAttr arr.copies other.first"));
-    EXPECT_EQ(plug(other, "first").source().name(), "arr.copies[0]");
+    // An array source into a single destination uses its element 0.
+    ASSERT_TRUE(KGlobal::executeCommand("connectAttr arr.copies other.second"));
+    EXPECT_EQ(plug(other, "second").source().name(), "arr.copies[0]");
 }
 
 TEST_F(PlugTest, ArrayBuilderOutputFollowsInputAndShrinks) {

@@ -46,7 +46,7 @@ TEST_F(RegistrationTest, NameAndIdMustBeFree) {
     EXPECT_FALSE(plugin().registerNode("noCreator", KTypeId(0x7E0099), nullptr, nullptr));
 }
 
-TEST_F(RegistrationTest, FailingOrThrowingInitializeRegistersNothing) {
+TEST_F(RegistrationTest, FailingOrThrowingInitializeOrCreatorLeavesNothing) {
     EXPECT_FALSE(plugin().registerNode("failing", KTypeId(0x7E0020), &ScaleNode::create,
                                        &failingInitialize));
     KMessageCapture capture;
@@ -59,12 +59,10 @@ TEST_F(RegistrationTest, FailingOrThrowingInitializeRegistersNothing) {
     EXPECT_FALSE(status);
     KFnDependencyNode().create("throwing", "", &status);
     EXPECT_FALSE(status);
-}
 
-TEST_F(RegistrationTest, ThrowingCreatorLeavesNoNode) {
+    // A throwing creator leaves no node.
     ASSERT_TRUE(plugin().registerNode("brittle", KTypeId(0x7E0022), &throwingCreator, nullptr));
-    KMessageCapture capture;
-    KStatus status;
+    capture.clear();
     EXPECT_TRUE(KFnDependencyNode().create("brittle", "", &status).isNull());
     EXPECT_FALSE(status);
     EXPECT_EQ(capture.errors().size(), 1u);

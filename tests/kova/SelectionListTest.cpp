@@ -16,20 +16,14 @@ protected:
                                             "-n arm -p rig; createNode testScale -n armScale"));
     }
 
-    static std::vector<std::string> strings(const KSelectionList& list) {
+    static Words strings(const KSelectionList& list) {
         KStringArray words;
         EXPECT_TRUE(list.getSelectionStrings(words));
-        std::vector<std::string> out;
-        for (const KString& w : words) {
-            out.push_back(w.str());
-        }
-        return out;
+        return wordsOf(words);
     }
 };
 
-using Words = std::vector<std::string>;
-
-TEST_F(SelectionListTest, WildcardsMatchInSceneOrder) {
+TEST_F(SelectionListTest, WildcardsMatchInSceneOrderAndItemsAreNodesPathsOrPlugs) {
     KSelectionList list;
     ASSERT_TRUE(list.add("arm*"));
     EXPECT_EQ(strings(list), (Words{"|rig|arm", "armScale"}));
@@ -40,10 +34,9 @@ TEST_F(SelectionListTest, WildcardsMatchInSceneOrder) {
     ASSERT_TRUE(list.remove(0));
     EXPECT_EQ(strings(list), (Words{"armScale", "|rig"}));
     EXPECT_FALSE(list.remove(5));
-}
 
-TEST_F(SelectionListTest, ItemsAreNodesPathsOrPlugs) {
-    KSelectionList list;
+    // Items are nodes, paths or plugs.
+    list.clear();
     ASSERT_TRUE(KGlobal::getSelectionListByName("|rig|arm", list));
     ASSERT_TRUE(list.add("armScale"));
     ASSERT_TRUE(list.add("armScale.input"));
@@ -72,7 +65,7 @@ TEST_F(SelectionListTest, ItemsAreNodesPathsOrPlugs) {
     EXPECT_TRUE(list.isEmpty());
 }
 
-TEST_F(SelectionListTest, ObjectArrayEditing) {
+TEST_F(SelectionListTest, ObjectArrayAndDagPathEditing) {
     KObjectArray array;
     const KObject a = KScene::current().findNode("rig");
     const KObject b = KScene::current().findNode("arm");
@@ -88,9 +81,7 @@ TEST_F(SelectionListTest, ObjectArrayEditing) {
     ASSERT_TRUE(array.get(0, out));
     EXPECT_EQ(out, a);
     EXPECT_EQ(KScene::current().nodes().length(), 5u);
-}
 
-TEST_F(SelectionListTest, DagPathEditing) {
     KDagPath path;
     ASSERT_TRUE(KDagPath::getAPathTo(KScene::current().findNode("rig"), path));
     EXPECT_EQ(path.length(), 1u);

@@ -18,9 +18,8 @@ protected:
     // A circle of radius 1 in a new shape under a new transform; `fn` attaches to the shape.
     KObject circleShape(KFnNurbsCurve& fn) {
         KStatus status;
-        const KObject transform =
-            fn.create(points(circleCVs()), array(circleKnots()), 2, KFnNurbsCurve::kClosed, false,
-                      true, KObject(), &status);
+        const KObject transform = fn.create(circleCVs(), circleKnots(), 2, KFnNurbsCurve::kClosed,
+                                            false, true, KObject(), &status);
         EXPECT_TRUE(status) << status.errorString();
         return transform;
     }
@@ -50,8 +49,8 @@ TEST_F(CurveSceneTest, CreateWithoutParentMakesATransformAndAShape) {
     // Under an existing transform the shape itself is returned.
     KStatus status;
     KFnNurbsCurve second;
-    const KObject shape = second.create(points({{0, 0, 0}, {1, 0, 0}}), array({0, 1}), 1,
-                                        KFnNurbsCurve::kOpen, false, false, transform, &status);
+    const KObject shape = second.create({{0, 0, 0}, {1, 0, 0}}, {0, 1}, 1, KFnNurbsCurve::kOpen,
+                                        false, false, transform, &status);
     ASSERT_TRUE(status) << status.errorString();
     EXPECT_EQ(shape, second.object());
     EXPECT_EQ(KFnDagNode(transform).childCount(), 2u);
@@ -89,19 +88,9 @@ TEST_F(CurveSceneTest, WorldSpaceReadsFollowTheTransform) {
     EXPECT_TRUE(p.isEquivalent(KPoint(3, 0, 0), 1e-13));
     EXPECT_EQ(fn.getPointAtParam(0.0, p, KSpace::kInvalid).statusCode(),
               KStatus::kInvalidParameter);
-}
 
-TEST_F(CurveSceneTest, PlainDataHasNoWorldTransformAndLocalIsObjectSpace) {
-    KFnNurbsCurve fn;
-    const KObject data = curveData(fn, {{0, 0, 0}, {3, 4, 0}}, {0, 1}, 1);
-    KPoint p;
-    ASSERT_TRUE(fn.getPointAtParam(1.0, p, KSpace::kWorld));
-    EXPECT_EQ(p, KPoint(3, 4, 0));
-
-    KFnNurbsCurve shapeFn;
-    const KObject transform = circleShape(shapeFn);
-    scaleAndMove(transform);
-    const KObject local = plug(shapeFn.object(), "local").asKObject();
+    // The shape's "local" output is the curve in object space: as data it has no world.
+    const KObject local = plug(fn.object(), "local").asKObject();
     ASSERT_FALSE(local.isNull());
     KFnNurbsCurve localFn(local);
     ASSERT_TRUE(localFn.getPointAtParam(0.0, p, KSpace::kWorld));
@@ -109,22 +98,9 @@ TEST_F(CurveSceneTest, PlainDataHasNoWorldTransformAndLocalIsObjectSpace) {
     EXPECT_NEAR(localFn.length(), 2 * std::numbers::pi, 1e-10);
 }
 
-TEST_F(CurveSceneTest, SetCVsOnAShapeFeedsItNewDataAndMapsWorldPointsBack) {
-    KFnNurbsCurve fn;
-    const KObject transform = fn.create(points({{0, 0, 0}, {1, 0, 0}}), array({0, 1}), 1,
-                                        KFnNurbsCurve::kOpen, false, false);
-    scaleAndMove(transform);
-    ASSERT_TRUE(fn.setCVs(points({{1, 2, 3}, {7, 2, 3}}), KSpace::kWorld));
-    KPoint cv;
-    ASSERT_TRUE(fn.getCV(1, cv, KSpace::kObject));
-    EXPECT_TRUE(cv.isEquivalent(KPoint(2, 0, 0), 1e-13));
-    EXPECT_NEAR(fn.length(), 6.0, 1e-12);
-}
-
 TEST_F(CurveSceneTest, ConnectedGenericInputReadsTheWorldSpaceCurve) {
     KFnNurbsCurve fn;
-    const KObject transform = circleShape(fn);
-    scaleAndMove(transform);
+    scaleAndMove(circleShape(fn));
     const KObject displayShape = KFnDependencyNode().create("zelShape");
     ASSERT_FALSE(displayShape.isNull());
     KDGModifier modifier;
@@ -146,6 +122,18 @@ TEST_F(CurveSceneTest, ConnectedGenericInputReadsTheWorldSpaceCurve) {
     KPoint p;
     ASSERT_TRUE(reader.getPointAtParam(2.0, p, KSpace::kWorld));
     EXPECT_TRUE(p.isEquivalent(KPoint(-2, 2, 3), 1e-13));
+}
+
+TEST_F(CurveSceneTest, SetCVsOnAShapeFeedsItNewDataAndMapsWorldPointsBack) {
+    KFnNurbsCurve fn;
+    const KObject transform =
+        fn.create({{0, 0, 0}, {1, 0, 0}}, {0, 1}, 1, KFnNurbsCurve::kOpen, false, false);
+    scaleAndMove(transform);
+    ASSERT_TRUE(fn.setCVs({{1, 2, 3}, {7, 2, 3}}, KSpace::kWorld));
+    KPoint cv;
+    ASSERT_TRUE(fn.getCV(1, cv, KSpace::kObject));
+    EXPECT_TRUE(cv.isEquivalent(KPoint(2, 0, 0), 1e-13));
+    EXPECT_NEAR(fn.length(), 6.0, 1e-12);
 }
 
 TEST_F(CurveSceneTest, CVTagsAreCategoryTwoAndTravelToTheWorldSpaceOutput) {

@@ -6,7 +6,6 @@
 #include <kova/KFnNurbsCurve.h>
 #include <kova/KFnNurbsCurveData.h>
 #include <kova/KScene.h>
-#include <vector>
 
 // Resets the scene and failure injection around each test, and builds curves.
 class CurveTest : public ::testing::Test {
@@ -21,46 +20,29 @@ protected:
     }
 
     // New curve data holding the curve, with `fn` attached; fails the test when refused.
-    static KObject curveData(KFnNurbsCurve& fn, const std::vector<KPoint>& cvs,
-                             const std::vector<double>& knots, unsigned int degree,
-                             KFnNurbsCurve::Form form = KFnNurbsCurve::kOpen,
+    static KObject curveData(KFnNurbsCurve& fn, const KPointArray& cvs, const KDoubleArray& knots,
+                             unsigned int degree, KFnNurbsCurve::Form form = KFnNurbsCurve::kOpen,
                              bool rational = false) {
         KStatus status;
         const KObject data = KFnNurbsCurveData().create(&status);
         EXPECT_TRUE(status) << status.errorString();
-        fn.create(points(cvs), array(knots), degree, form, false, rational, data, &status);
+        fn.create(cvs, knots, degree, form, false, rational, data, &status);
         EXPECT_TRUE(status) << status.errorString();
         return data;
     }
 
-    static KPointArray points(const std::vector<KPoint>& values) {
-        KPointArray out;
-        for (const KPoint& p : values) {
-            out.append(p);
-        }
-        return out;
-    }
-
-    static KDoubleArray array(const std::vector<double>& values) {
-        KDoubleArray out;
-        for (double v : values) {
-            out.append(v);
-        }
-        return out;
-    }
-
-    // The unit circle around the origin as a closed rational quadratic: 9 homogeneous CVs,
-    // domain [0, 4], one quarter per unit.
-    static std::vector<KPoint> circleCVs(double radius = 1.0) {
+    // The circle around the origin as a closed rational quadratic: 9 homogeneous CVs, domain
+    // [0, 4], one quarter per unit.
+    static KPointArray circleCVs(double radius = 1.0) {
         const double h = std::sqrt(0.5);
         const double xy[9][2] = {{1, 0},   {1, 1},  {0, 1},  {-1, 1}, {-1, 0},
                                  {-1, -1}, {0, -1}, {1, -1}, {1, 0}};
-        std::vector<KPoint> cvs;
+        KPointArray cvs;
         for (int i = 0; i < 9; ++i) {
             const double w = i % 2 == 1 ? h : 1.0;
-            cvs.emplace_back(radius * xy[i][0] * w, radius * xy[i][1] * w, 0.0, w);
+            cvs.append(KPoint(radius * xy[i][0] * w, radius * xy[i][1] * w, 0.0, w));
         }
         return cvs;
     }
-    static std::vector<double> circleKnots() { return {0, 0, 1, 1, 2, 2, 3, 3, 4, 4}; }
+    static KDoubleArray circleKnots() { return {0, 0, 1, 1, 2, 2, 3, 3, 4, 4}; }
 };

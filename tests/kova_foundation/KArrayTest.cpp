@@ -11,34 +11,25 @@
 #include <thread>
 #include <vector>
 
-TEST(KArrayLength, GrowingWithinCapacityKeepsOldValuesBecauseNothingIsFilled) {
+TEST(KArrayLength, GrowingFillsOnlyNonTrivialElements) {
+    // Within its capacity an int array keeps its old values: nothing is filled.
     KIntArray a;
     ASSERT_TRUE(a.setLength(10));
-    for (unsigned i = 0; i < 10; ++i) {
-        a[i] = static_cast<int>(i * 3);
-    }
+    std::iota(a.begin(), a.end(), 0);
     const int* buffer = a.data();
     ASSERT_TRUE(a.setLength(2));
     EXPECT_EQ(a.capacity(), 10u);
     ASSERT_TRUE(a.setLength(10));
     EXPECT_EQ(a.data(), buffer);
-    for (unsigned i = 0; i < 10; ++i) {
-        EXPECT_EQ(a[i], static_cast<int>(i * 3));
-    }
+    EXPECT_EQ(a, KIntArray({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    // Strings are destroyed when cut off and constructed empty when grown back.
+    KStringArray s{"keep", "drop"};
+    ASSERT_TRUE(s.setLength(1));
+    ASSERT_TRUE(s.setLength(3));
+    EXPECT_EQ(s, KStringArray({"keep", "", ""}));
 }
 
-TEST(KArrayLength, NonTrivialElementsAreConstructedAndDestroyed) {
-    KStringArray a;
-    ASSERT_TRUE(a.append("keep"));
-    ASSERT_TRUE(a.append("drop"));
-    ASSERT_TRUE(a.setLength(1));
-    ASSERT_TRUE(a.setLength(3));
-    EXPECT_EQ(a[0], "keep");
-    EXPECT_EQ(a[1], "");
-    EXPECT_EQ(a[2], "");
-}
-
-TEST(KArrayEdit, InsertRemoveSetAndAppendKeepOrder) {
+TEST(KArrayEdit, InsertRemoveSetAndAppendKeepOrderAndCheckIndices) {
     KIntArray a{1, 2, 4};
     ASSERT_TRUE(a.insert(3, 2));
     ASSERT_TRUE(a.insert(0, 0));
@@ -48,34 +39,28 @@ TEST(KArrayEdit, InsertRemoveSetAndAppendKeepOrder) {
     ASSERT_TRUE(a.remove(4));
     ASSERT_TRUE(a.set(9, 1));
     EXPECT_EQ(a, KIntArray({1, 9, 3, 4}));
-}
 
-TEST(KArrayEdit, AppendingAnElementOfTheSameArraySurvivesGrowth) {
-    KStringArray a;
-    ASSERT_TRUE(a.append("first"));
+    KDoubleArray d{1.0, 2.0};
+    EXPECT_EQ(d.set(5.0, 2).statusCode(), KStatus::kInvalidParameter);
+    EXPECT_EQ(d.remove(2).statusCode(), KStatus::kInvalidParameter);
+    EXPECT_EQ(d.insert(5.0, 3).statusCode(), KStatus::kInvalidParameter);
+    EXPECT_EQ(d, KDoubleArray({1.0, 2.0}));
+    EXPECT_FALSE(KIntArray().remove(0));
+
+    // Appending an element of the array itself survives the growth that moves it.
+    KStringArray s{"first"};
     for (int i = 0; i < 40; ++i) {
-        ASSERT_TRUE(a.append(a[0]));
+        ASSERT_TRUE(s.append(s[0]));
     }
-    EXPECT_EQ(a.length(), 41u);
-    EXPECT_EQ(a[40], "first");
-}
-
-TEST(KArrayEdit, OutOfRangeIndicesFailAndLeaveTheArrayUnchanged) {
-    KDoubleArray a{1.0, 2.0};
-    EXPECT_EQ(a.set(5.0, 2).statusCode(), KStatus::kInvalidParameter);
-    EXPECT_EQ(a.remove(2).statusCode(), KStatus::kInvalidParameter);
-    EXPECT_EQ(a.insert(5.0, 3).statusCode(), KStatus::kInvalidParameter);
-    EXPECT_EQ(a, KDoubleArray({1.0, 2.0}));
-    KIntArray empty;
-    EXPECT_FALSE(empty.remove(0));
+    EXPECT_EQ(s.length(), 41u);
+    EXPECT_EQ(s[40], "first");
 }
 
 TEST(KArrayCopy, CopiesAreIndependentAndReuseCapacity) {
-    const float source[] = {1.0f, 2.0f, 3.0f};
     KFloatPointArray points;
     ASSERT_TRUE(points.setLength(3));
     for (unsigned i = 0; i < 3; ++i) {
-        points[i] = KFloatPoint(source[i], 0.0f, 0.0f);
+        points[i] = KFloatPoint(i + 1.0f, 0.0f, 0.0f);
     }
     KFloatPointArray other;
     ASSERT_TRUE(other.setLength(8));

@@ -24,37 +24,33 @@ protected:
 
 } // namespace
 
-TEST_F(KFailureInjectionTest, DisarmedChecksPassAndAreNotCounted) {
+TEST_F(KFailureInjectionTest, ArmedOperationsFailAsToldAndAreCounted) {
     EXPECT_FALSE(KFailureInjection::shouldFail("KFnMesh::getVertices"));
-    EXPECT_EQ(KFailureInjection::callCount("KFnMesh::getVertices"), 0);
-}
+    EXPECT_EQ(KFailureInjection::callCount("KFnMesh::getVertices"), 0) << "disarmed: not counted";
 
-TEST_F(KFailureInjectionTest, FailNextFailsTheGivenNumberOfCalls) {
     KFailureInjection::failNext("KFnMesh::getVertices", 2);
     EXPECT_EQ(calls("KFnMesh::getVertices", 4), (std::vector<bool>{true, true, false, false}));
     EXPECT_FALSE(KFailureInjection::shouldFail("KFnMesh::getRawPoints"));
     EXPECT_EQ(KFailureInjection::callCount("KFnMesh::getVertices"), 4);
     EXPECT_EQ(KFailureInjection::callCount("KFnMesh::getRawPoints"), 1);
-}
 
-TEST_F(KFailureInjectionTest, FailAfterFailsOnceAfterTheSuccesses) {
     KFailureInjection::failAfter("KFnGeometryData::attach", 2);
     EXPECT_EQ(calls("KFnGeometryData::attach", 5),
               (std::vector<bool>{false, false, true, false, false}));
-}
 
-TEST_F(KFailureInjectionTest, FailAlwaysUntilReset) {
     KFailureInjection::failAlways("A::b");
     EXPECT_EQ(calls("A::b", 3), (std::vector<bool>{true, true, true}));
     KFailureInjection::reset();
     EXPECT_FALSE(KFailureInjection::shouldFail("A::b"));
     EXPECT_EQ(KFailureInjection::callCount("A::b"), 0);
-}
 
-TEST_F(KFailureInjectionTest, CountingModeCountsWithoutFailing) {
     KFailureInjection::setCounting(true);
     EXPECT_EQ(calls("A::b", 3), (std::vector<bool>{false, false, false}));
     EXPECT_EQ(KFailureInjection::callCount("A::b"), 3);
+
+    const KStatus status = KFailureInjection::failure("KFnMesh::getVertices");
+    EXPECT_EQ(status.statusCode(), KStatus::kFailure);
+    EXPECT_EQ(status.errorString(), "injected failure: KFnMesh::getVertices");
 }
 
 TEST_F(KFailureInjectionTest, ConfigureArmsFromTextOrRejectsItWhole) {
@@ -69,12 +65,6 @@ TEST_F(KFailureInjectionTest, ConfigureArmsFromTextOrRejectsItWhole) {
     EXPECT_FALSE(KFailureInjection::shouldFail("E::v"));
     EXPECT_FALSE(KFailureInjection::configure("G::t:next=-1"));
     EXPECT_FALSE(KFailureInjection::configure("a,,b"));
-}
-
-TEST_F(KFailureInjectionTest, FailureStatusNamesTheOperation) {
-    const KStatus status = KFailureInjection::failure("KFnMesh::getVertices");
-    EXPECT_EQ(status.statusCode(), KStatus::kFailure);
-    EXPECT_EQ(status.errorString(), "injected failure: KFnMesh::getVertices");
 }
 
 TEST_F(KFailureInjectionTest, StringRegistrationCanBeMadeToFail) {

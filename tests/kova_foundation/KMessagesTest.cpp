@@ -45,13 +45,6 @@ TEST(KMessageCaptureScope, RestoresThePreviousSinkAndNests) {
     EXPECT_EQ(KMessages::setSink(original), counting);
 }
 
-TEST(KMessageSinkDefault, NullRestoresTheDefaultSink) {
-    const auto original = KMessages::sink();
-    KMessages::setSink(std::make_shared<CountingSink>());
-    KMessages::setSink(nullptr);
-    EXPECT_EQ(KMessages::sink(), original);
-}
-
 TEST(KMessageCaptureScope, RecordsMessagesFromManyThreads) {
     KMessageCapture capture;
     std::vector<std::thread> threads;
@@ -68,8 +61,11 @@ TEST(KMessageCaptureScope, RecordsMessagesFromManyThreads) {
     EXPECT_EQ(capture.warnings().size(), 1000u);
 }
 
-TEST(KMessageSinkDefault, WritesPrefixedLinesToStandardError) {
-    const auto previous = KMessages::setSink(nullptr);
+TEST(KMessageSinkDefault, NullRestoresTheDefaultThatWritesPrefixedLinesToStandardError) {
+    const auto original = KMessages::sink();
+    const auto previous = KMessages::setSink(std::make_shared<CountingSink>());
+    KMessages::setSink(nullptr);
+    EXPECT_EQ(KMessages::sink(), original);
     testing::internal::CaptureStderr();
     KMessages::error("broken");
     KMessages::warning("careful");

@@ -44,27 +44,41 @@ TEST_F(KProfilerTest, CategoriesAreIdentifiedByName) {
     EXPECT_EQ(KProfiler::categoryName(9999), "");
 }
 
-TEST_F(KProfilerTest, ScopesNestPerThreadWithDepthAndContainment) {
+TEST_F(KProfilerTest, ScopesNestPerThreadAndExportAsAChromeTrace) {
     nested(category);
     const std::vector<KProfiler::Event> events = KProfiler::events();
     ASSERT_EQ(events.size(), 4u);
-    EXPECT_EQ(events[0].label, "outer");
-    EXPECT_EQ(events[1].label, "inner");
-    EXPECT_EQ(events[2].label, "innermost");
-    EXPECT_EQ(events[3].label, "second");
-    EXPECT_EQ(events[0].depth, 0);
-    EXPECT_EQ(events[1].depth, 1);
-    EXPECT_EQ(events[2].depth, 2);
-    EXPECT_EQ(events[3].depth, 1);
-    EXPECT_EQ(events[1].colorIndex, 3);
-    EXPECT_EQ(events[1].description, "the inner step");
-    for (std::size_t i = 1; i < events.size(); ++i) {
+    const char* labels[] = {"outer", "inner", "innermost", "second"};
+    const int depths[] = {0, 1, 2, 1};
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        EXPECT_EQ(events[i].label, labels[i]);
+        EXPECT_EQ(events[i].depth, depths[i]);
         EXPECT_GE(events[i].startNs, events[0].startNs);
         EXPECT_LE(events[i].startNs + events[i].durationNs,
                   events[0].startNs + events[0].durationNs);
         EXPECT_EQ(events[i].threadId, events[0].threadId);
     }
+    EXPECT_EQ(events[1].colorIndex, 3);
+    EXPECT_EQ(events[1].description, "the inner step");
     EXPECT_GE(events[3].startNs, events[1].startNs + events[1].durationNs);
+
+    // The Chrome trace holds the same events as complete ("X") events in microseconds.
+    std::ostringstream out;
+    ASSERT_TRUE(KProfiler::writeChromeTrace(out));
+    const nlohmann::json trace = nlohmann::json::parse(out.str());
+    const nlohmann::json& traced = trace.at("traceEvents");
+    ASSERT_EQ(traced.size(), 4u);
+    const nlohmann::json& inner = traced[1];
+    EXPECT_EQ(inner.at("ph"), "X");
+    EXPECT_EQ(inner.at("name"), "inner");
+    EXPECT_EQ(inner.at("cat"), "Test/Profiler");
+    EXPECT_EQ(inner.at("args").at("colorIndex"), 3);
+    EXPECT_EQ(inner.at("args").at("description"), "the inner step");
+    EXPECT_TRUE(inner.at("pid").is_number_integer());
+    EXPECT_TRUE(inner.at("tid").is_number_integer());
+    EXPECT_DOUBLE_EQ(inner.at("ts").get<double>(), events[1].startNs / 1000.0);
+    EXPECT_DOUBLE_EQ(inner.at("dur").get<double>(), events[1].durationNs / 1000.0);
+    EXPECT_FALSE(traced[0].at("args").contains("description"));
 }
 
 TEST_F(KProfilerTest, ThreadsRecordIntoTheirOwnBuffers) {
@@ -106,25 +120,4 @@ TEST_F(KProfilerTest, NothingIsRecordedWhileOffAndClearForgets) {
     EXPECT_TRUE(KProfiler::events().empty());
     nested(category);
     EXPECT_EQ(KProfiler::events().size(), 4u);
-}
-
-TEST_F(KProfilerTest, ChromeTraceParsesWithCompleteEvents) {
-    nested(category);
-    std::ostringstream out;
-    ASSERT_TRUE(KProfiler::writeChromeTrace(out));
-    const nlohmann::json trace = nlohmann::json::parse(out.str());
-    const nlohmann::json& events = trace.at("traceEvents");
-    ASSERT_EQ(events.size(), 4u);
-    const nlohmann::json& inner = events[1];
-    EXPECT_EQ(inner.at("ph"), "X");
-    EXPECT_EQ(inner.at("name"), "inner");
-    EXPECT_EQ(inner.at("cat"), "Test/Profiler");
-    EXPECT_EQ(inner.at("args").at("colorIndex"), 3);
-    EXPECT_EQ(inner.at("args").at("description"), "the inner step");
-    EXPECT_TRUE(inner.at("pid").is_number_integer());
-    EXPECT_TRUE(inner.at("tid").is_number_integer());
-    const std::vector<KProfiler::Event> recorded = KProfiler::events();
-    EXPECT_DOUBLE_EQ(inner.at("ts").get<double>(), recorded[1].startNs / 1000.0);
-    EXPECT_DOUBLE_EQ(inner.at("dur").get<double>(), recorded[1].durationNs / 1000.0);
-    EXPECT_FALSE(events[0].at("args").contains("description"));
 }

@@ -5,19 +5,23 @@
 #include <kova/KStringArray.h>
 #include <kova/KStringResource.h>
 
-TEST(KStringFormat, ReplacesPositionalPlaceholdersInAnyOrderAndRepeatedly) {
-    KString s;
-    ASSERT_TRUE(s.format("^2s-^1s-^2s", "a", "b"));
-    EXPECT_EQ(s, "b-a-b");
-}
-
-TEST(KStringFormat, ReachesTheNinthArgument) {
-    KString s;
-    ASSERT_TRUE(s.format("^9s^1s", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
-    EXPECT_EQ(s, "91");
-}
-
-TEST(KStringFormat, FailsOnAMissingArgumentAndKeepsTheText) {
+TEST(KStringFormat, ReplacesPositionalPlaceholdersAndKeepsOtherCaretsLiteral) {
+    const struct {
+        const char* format;
+        const char* expected;
+    } cases[] = {
+        {"^2s-^1s-^2s", "b-a-b"},              // any order, repeatedly
+        {"^9s^1s", "9a"},                      // up to the ninth argument
+        {"^^1s ^x ^1 end^", "^1s ^x ^1 end^"}, // a double caret writes one
+        {"^^^1s", "^a"},                       // ... and then a placeholder
+        {"[^3s]", "[^2s]"},                    // argument text is not reinterpreted
+    };
+    for (const auto& c : cases) {
+        KString s;
+        ASSERT_TRUE(s.format(c.format, "a", "b", "^2s", "4", "5", "6", "7", "8", "9")) << c.format;
+        EXPECT_EQ(s, c.expected) << c.format;
+    }
+    // A missing argument fails and keeps the text.
     KString s("unchanged");
     const KStatus status = s.format("^1s and ^3s", "x", "y");
     EXPECT_EQ(status.statusCode(), KStatus::kInvalidParameter);
@@ -25,20 +29,6 @@ TEST(KStringFormat, FailsOnAMissingArgumentAndKeepsTheText) {
     EXPECT_EQ(s, "unchanged");
     EXPECT_FALSE(s.format("^0s", "x"));
     EXPECT_FALSE(s.format("^1s"));
-}
-
-TEST(KStringFormat, DoubleCaretWritesOneAndOtherCaretsStayLiteral) {
-    KString s;
-    ASSERT_TRUE(s.format("^^1s ^x ^1 end^", "v"));
-    EXPECT_EQ(s, "^1s ^x ^1 end^");
-    ASSERT_TRUE(s.format("^^^1s", "v"));
-    EXPECT_EQ(s, "^v");
-}
-
-TEST(KStringFormat, ArgumentTextIsNotReinterpreted) {
-    KString s;
-    ASSERT_TRUE(s.format("[^1s]", "^2s"));
-    EXPECT_EQ(s, "[^2s]");
 }
 
 TEST(KStringSubstitute, ReplacesEveryOccurrenceWithoutRescanning) {
@@ -52,17 +42,6 @@ TEST(KStringSubstitute, ReplacesEveryOccurrenceWithoutRescanning) {
     ASSERT_TRUE(u.substituteFirst("ab", "x"));
     EXPECT_EQ(u, "xab");
     EXPECT_EQ(u.substitute("", "x").statusCode(), KStatus::kInvalidParameter);
-}
-
-TEST(KStringSplit, KeepsEmptyFields) {
-    KStringArray parts;
-    ASSERT_TRUE(KString("a,,b").split(',', parts));
-    ASSERT_EQ(parts.length(), 3u);
-    EXPECT_EQ(parts[0], "a");
-    EXPECT_EQ(parts[1], "");
-    EXPECT_EQ(parts[2], "b");
-    ASSERT_TRUE(KString("").split(',', parts));
-    EXPECT_EQ(parts.length(), 0u);
 }
 
 TEST(KStringNumbers, ParseWholeTextOnly) {
@@ -80,7 +59,7 @@ TEST(KStringNumbers, ParseWholeTextOnly) {
     EXPECT_EQ(n.set(0.125, 3), "0.125");
 }
 
-TEST(KStringText, SubstringClampsAndCountsCharacters) {
+TEST(KStringText, SubstringClampsCountsCharactersAndSplitKeepsEmptyFields) {
     const KString s("hello");
     EXPECT_EQ(s.substring(1, 3), "ell");
     EXPECT_EQ(s.substring(-4, 99), "hello");
@@ -89,6 +68,11 @@ TEST(KStringText, SubstringClampsAndCountsCharacters) {
     EXPECT_EQ(KString("MiXeD").toLowerCase(), "mixed");
     EXPECT_EQ(s.indexOf('l'), 2);
     EXPECT_EQ(s.indexOf('z'), -1);
+    KStringArray parts;
+    ASSERT_TRUE(KString("a,,b").split(',', parts));
+    EXPECT_EQ(parts, KStringArray({"a", "", "b"})); // empty fields kept
+    ASSERT_TRUE(KString("").split(',', parts));
+    EXPECT_EQ(parts.length(), 0u);
 }
 
 TEST(KStatusText, UsesDescriptionOrStandardTextAndPerrorReportsAnError) {

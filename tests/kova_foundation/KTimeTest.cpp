@@ -11,16 +11,19 @@ protected:
 
 } // namespace
 
-TEST_F(KTimeTest, Frame48At24FpsIsExactlyTwoSeconds) {
+TEST_F(KTimeTest, ConvertsBetweenUnitsExactlyThroughWholeTicks) {
     const KTime t(48.0, KTime::k24FPS);
     EXPECT_EQ(t.as(KTime::kSeconds), 2.0);
     EXPECT_EQ(t.asUnits(KTime::kMilliseconds), 2000.0);
     EXPECT_EQ(t.asTicks(), 2 * KTime::ticksPerSecond());
     EXPECT_EQ(KTime(1.0, KTime::kSeconds).as(KTime::k24FPS), 24.0);
     EXPECT_EQ(1.0 / KTime(1.0, KTime::kSeconds).as(KTime::k24FPS), t.as(KTime::kSeconds) / 48.0);
-}
-
-TEST_F(KTimeTest, EveryUnitIsAWholeNumberOfTicks) {
+    EXPECT_EQ(KTime(25.0, KTime::k25FPS).as(KTime::k30FPS), 30.0);
+    EXPECT_EQ(KTime(5.0, KTime::k24FPS).as(KTime::k30FPS), 6.25);
+    EXPECT_EQ(KTime(90.0, KTime::kMinutes).as(KTime::kHours), 1.5);
+    EXPECT_EQ(KTime(1.0, KTime::kInvalid).as(KTime::kSeconds), 0.0);
+    EXPECT_EQ(KTime(1.0, static_cast<KTime::Unit>(999)).unit(), KTime::kInvalid);
+    // Every unit is a whole number of ticks.
     EXPECT_EQ(KTime::ticksPerSecond(), 141120000);
     for (int u = KTime::kHours; u < KTime::kLast; ++u) {
         const auto unit = static_cast<KTime::Unit>(u);
@@ -29,14 +32,6 @@ TEST_F(KTimeTest, EveryUnitIsAWholeNumberOfTicks) {
     }
     EXPECT_EQ(KTime::ticksPerUnit(KTime::k30FPS), 4704000);
     EXPECT_EQ(KTime::ticksPerUnit(KTime::k44100FPS), 3200);
-}
-
-TEST_F(KTimeTest, ConvertsBetweenFrameRatesExactly) {
-    EXPECT_EQ(KTime(25.0, KTime::k25FPS).as(KTime::k30FPS), 30.0);
-    EXPECT_EQ(KTime(5.0, KTime::k24FPS).as(KTime::k30FPS), 6.25);
-    EXPECT_EQ(KTime(90.0, KTime::kMinutes).as(KTime::kHours), 1.5);
-    EXPECT_EQ(KTime(1.0, KTime::kInvalid).as(KTime::kSeconds), 0.0);
-    EXPECT_EQ(KTime(1.0, static_cast<KTime::Unit>(999)).unit(), KTime::kInvalid);
 }
 
 TEST_F(KTimeTest, UiUnitIsTheDefaultOfNewTimesAndRejectsInvalidUnits) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <kova/KFailureInjection.h>
 #include <kova/KFnMesh.h>
 #include <kova/KFnMeshData.h>
@@ -33,3 +34,22 @@ inline KObject nodeNamed(const char* name) {
     }
     return node;
 }
+
+// Resets the scene and failure injection around each test; `fn` is attached to `data`, new
+// mesh data holding the mesh of MeshArrays.
+class MeshTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        KFailureInjection::reset();
+        KScene::reset();
+        data = makeMeshData(fn);
+    }
+    void TearDown() override {
+        KFailureInjection::reset();
+        KScene::reset();
+    }
+
+    const MeshArrays a;
+    KFnMesh fn;
+    KObject data;
+};

@@ -10,7 +10,7 @@
 
 using namespace kova::nurbs;
 
-TEST(CurveLength, CircleIsTwoPiRToTheTolerance) {
+TEST(CurveLength, CircleIsTwoPiRToTheToleranceAndClampsOutsideItsLength) {
     for (const Form form : {Form::Closed, Form::Periodic}) {
         const Curve circle = Curve::circle({1, -2, 0.5}, 3.0, form);
         ASSERT_TRUE(circle.isValid()) << circle.validate();
@@ -21,6 +21,15 @@ TEST(CurveLength, CircleIsTwoPiRToTheTolerance) {
         EXPECT_NEAR(circle.lengthBetween(0.25, 0.5, 1e-10), exact / 4, 1e-10 * exact);
         EXPECT_NEAR(circle.paramFromLength(exact / 2, 1e-10), 0.5, 1e-10);
     }
+    // Lengths outside the curve clamp to its ends.
+    const Curve unit = Curve::circle({0, 0, 0}, 1.0);
+    EXPECT_EQ(unit.paramFromLength(-1.0, 1e-3), 0.0);
+    EXPECT_EQ(unit.paramFromLength(std::numeric_limits<double>::quiet_NaN(), 1e-3), 0.0);
+    EXPECT_EQ(unit.paramFromLength(100.0, 1e-3), 1.0);
+    EXPECT_EQ(unit.paramFromLength(unit.length(1e-3), 1e-3), 1.0);
+    // Tolerances too small or meaningless fall back to the finest one instead of failing.
+    EXPECT_NEAR(unit.length(0.0), 2 * std::numbers::pi, 1e-12);
+    EXPECT_NEAR(unit.length(-1.0), 2 * std::numbers::pi, 1e-12);
 }
 
 TEST(CurveLength, RationalLinearSegmentsAreMeasuredExactly) {
@@ -47,33 +56,20 @@ TEST(CurveLength, ACurveThatDoublesBackKeepsItsLengthsAcrossTheTurn) {
     EXPECT_NEAR(table.paramAt(1.5), 0.5 + 0.5 * std::sqrt(0.5), 1e-7);
 }
 
-TEST(CurveLength, LengthBetweenAddsUpOverAnySplit) {
-    std::mt19937_64 rng(3);
-    for (int trial = 0; trial < 200; ++trial) {
-        const Curve curve =
-            fixtures::randomCurve(rng, {.periodic = trial % 2 == 0, .rational = trial % 4 < 2});
-        ASSERT_TRUE(curve.isValid()) << curve.validate();
-        const auto [start, end] = curve.knotDomain();
-        std::uniform_real_distribution<double> param(start, end);
-        const double a = param(rng);
-        const double total = curve.length(1e-9);
-        const double split =
-            curve.lengthBetween(start, a, 1e-9) + curve.lengthBetween(a, end, 1e-9);
-        EXPECT_NEAR(split, total, 1e-8 * total) << "trial " << trial;
-        // The chord never exceeds the arc.
-        EXPECT_LE(distance(curve.pointAt(start), curve.pointAt(a)),
-                  curve.lengthBetween(start, a, 1e-9) * (1 + 1e-9));
-    }
-}
-
-TEST(CurveLength, ParamFromLengthInvertsLength) {
+TEST(CurveLength, LengthsAddUpOverAnySplitAndParamFromLengthInvertsThem) {
     std::mt19937_64 rng(17);
     for (int trial = 0; trial < 300; ++trial) {
         const Curve curve =
             fixtures::randomCurve(rng, {.periodic = trial % 3 == 0, .rational = trial % 2 == 0});
+        ASSERT_TRUE(curve.isValid()) << curve.validate();
         const auto [start, end] = curve.knotDomain();
-        // Against lengths measured on their own, to better than 1e-6 in parameter ...
         const double t = std::uniform_real_distribution<double>(start, end)(rng);
+        const double total = curve.length(1e-9);
+        const double head = curve.lengthBetween(start, t, 1e-9);
+        EXPECT_NEAR(head + curve.lengthBetween(t, end, 1e-9), total, 1e-8 * total) << trial;
+        // The chord never exceeds the arc.
+        EXPECT_LE(distance(curve.pointAt(start), curve.pointAt(t)), head * (1 + 1e-9)) << trial;
+        // Against lengths measured on their own, to better than 1e-6 in parameter ...
         const double s = curve.lengthBetween(start, t, 1e-3);
         EXPECT_NEAR(curve.paramFromLength(s, 1e-3), t, 1e-7 * (end - start)) << trial;
         // ... and against the table's own lengths, to rounding, monotonically.
@@ -90,17 +86,6 @@ TEST(CurveLength, ParamFromLengthInvertsLength) {
             EXPECT_NEAR(table.lengthAt(param), length, 1e-11 * table.totalLength()) << trial;
         }
     }
-}
-
-TEST(CurveLength, ParamFromLengthClampsOutsideTheCurve) {
-    const Curve circle = Curve::circle({0, 0, 0}, 1.0);
-    EXPECT_EQ(circle.paramFromLength(-1.0, 1e-3), 0.0);
-    EXPECT_EQ(circle.paramFromLength(std::numeric_limits<double>::quiet_NaN(), 1e-3), 0.0);
-    EXPECT_EQ(circle.paramFromLength(100.0, 1e-3), 1.0);
-    EXPECT_EQ(circle.paramFromLength(circle.length(1e-3), 1e-3), 1.0);
-    // Tolerances too small or meaningless fall back to the finest one instead of failing.
-    EXPECT_NEAR(circle.length(0.0), 2 * std::numbers::pi, 1e-12);
-    EXPECT_NEAR(circle.length(-1.0), 2 * std::numbers::pi, 1e-12);
 }
 
 TEST(CurveLength, StationaryStretchesKeepLengthAndParameterConsistent) {

@@ -175,7 +175,9 @@ TEST_P(OpenCascadeOracle, PointsAndDerivativesAgree) {
     }
 }
 
-TEST_P(OpenCascadeOracle, LengthsAgree) {
+// Where the kernel's length integration is fooled (see denseLength), the dense rule settles
+// the matter; lengths and parameters together may need it for one curve in ten at most.
+TEST_P(OpenCascadeOracle, LengthsAndParametersFromLengthAgree) {
     int settled = 0;
     for (int trial = 0; trial < curvesPerKind(); ++trial) {
         const Curve curve = next();
@@ -183,7 +185,9 @@ TEST_P(OpenCascadeOracle, LengthsAgree) {
         const auto [start, end] = curve.knotDomain();
         const double a = uniform(start, end);
         const double b = uniform(start, end);
-        const double total = curve.length(1e-3);
+        const ArcLengthTable table(curve, 1e-3);
+        const double total = table.totalLength();
+        EXPECT_EQ(curve.length(1e-3), total);
         const std::pair<double, double> ranges[2] = {{start, end}, std::minmax(a, b)};
         for (const auto& [t0, t1] : ranges) {
             const double ours = curve.lengthBetween(t0, t1, 1e-3);
@@ -194,18 +198,6 @@ TEST_P(OpenCascadeOracle, LengthsAgree) {
             EXPECT_NEAR(ours, denseLength(reference, curve, t0, t1), 1e-7 * total)
                 << "curve " << trial << " [" << t0 << ", " << t1 << "], kernel says " << theirs;
         }
-    }
-    EXPECT_LE(settled, curvesPerKind() / 20) << "the kernel disagrees too often";
-}
-
-TEST_P(OpenCascadeOracle, ParametersFromLengthAgree) {
-    int settled = 0;
-    for (int trial = 0; trial < curvesPerKind(); ++trial) {
-        const Curve curve = next();
-        GeomAdaptor_Curve reference(openCurveOf(curve));
-        const ArcLengthTable table(curve, 1e-3);
-        const double total = table.totalLength();
-        const auto [start, end] = curve.knotDomain();
         for (int i = 0; i < 3; ++i) {
             const double s = total * uniform(0.0, 1.0);
             GCPnts_AbscissaPoint solver(1e-10, reference, s, start);
@@ -213,8 +205,8 @@ TEST_P(OpenCascadeOracle, ParametersFromLengthAgree) {
             const double ours = table.paramAt(s);
             if (std::abs(ours - solver.Parameter()) <= 1e-6 * (end - start))
                 continue;
-            // The kernel's parameter inherits the error of its length integration (see
-            // denseLength); then our parameter must sit at length s by the dense rule.
+            // The kernel's parameter inherits the error of its length integration; then our
+            // parameter must sit at length s by the dense rule.
             ++settled;
             EXPECT_NEAR(denseLength(reference, curve, start, ours), s, 1e-7 * total)
                 << "curve " << trial << " s " << s << ": t = " << ours << ", kernel says "
@@ -223,7 +215,7 @@ TEST_P(OpenCascadeOracle, ParametersFromLengthAgree) {
         const double s = 0.5 * total;
         EXPECT_EQ(curve.paramFromLength(s, 1e-3), table.paramAt(s));
     }
-    EXPECT_LE(settled, curvesPerKind() / 20) << "the kernel disagrees too often";
+    EXPECT_LE(settled, curvesPerKind() / 10) << "the kernel disagrees too often";
 }
 
 INSTANTIATE_TEST_SUITE_P(RandomCurves, OpenCascadeOracle,

@@ -9,15 +9,9 @@ namespace {
 
 const std::vector<Vec3> kPentagon = {{2, 0, 0}, {1, 2, 1}, {-1, 2, 0}, {-2, 0, -1}, {0, -2, 0}};
 
-void expectNear(const Vec3& a, const Vec3& b, double tolerance) {
-    EXPECT_NEAR(a.x, b.x, tolerance);
-    EXPECT_NEAR(a.y, b.y, tolerance);
-    EXPECT_NEAR(a.z, b.z, tolerance);
-}
-
 } // namespace
 
-TEST(PeriodicCurve, UniformCubicRepeatsItsFirstCVsAndSpansThePolygon) {
+TEST(PeriodicCurve, UniformCubicRepeatsItsFirstCVsWhereTheClampedOneEndsOnThem) {
     const Curve curve = Curve::periodicUniform(3, kPentagon);
     ASSERT_TRUE(curve.isValid()) << curve.validate();
     EXPECT_EQ(curve.form(), Form::Periodic);
@@ -30,8 +24,17 @@ TEST(PeriodicCurve, UniformCubicRepeatsItsFirstCVsAndSpansThePolygon) {
     for (int j = 0; j <= 5; ++j) {
         const Vec3 expected = (1.0 / 6.0) * (kPentagon[j % 5] + 4.0 * kPentagon[(j + 1) % 5] +
                                              kPentagon[(j + 2) % 5]);
-        expectNear(curve.pointAt(j), expected, 1e-14);
+        EXPECT_LE(distance(curve.pointAt(j), expected), 1e-14) << j;
     }
+    // The clamped uniform cubic, unlike the periodic one, ends on its CVs.
+    const Curve clamped = Curve::clampedUniform(3, kPentagon);
+    ASSERT_TRUE(clamped.isValid()) << clamped.validate();
+    EXPECT_EQ(clamped.knotDomain(), std::make_pair(0.0, 2.0));
+    EXPECT_EQ(clamped.pointAt(0.0), kPentagon.front());
+    EXPECT_EQ(clamped.pointAt(2.0), kPentagon.back());
+    // The clamped tangent at the start runs along the first leg of the polygon: p (P1 - P0) / 1.
+    EXPECT_EQ(clamped.tangentAt(0.0), 3.0 * (kPentagon[1] - kPentagon[0]));
+    EXPECT_GT(distance(curve.pointAt(0.0), kPentagon.front()), 0.5);
 }
 
 TEST(PeriodicCurve, SeamIsSmoothUpToTheSecondDerivative) {
@@ -40,20 +43,10 @@ TEST(PeriodicCurve, SeamIsSmoothUpToTheSecondDerivative) {
         ASSERT_TRUE(curve.isValid()) << curve.validate();
         const auto [start, end] = curve.knotDomain();
         for (int order = 0; order < std::min(p, 3); ++order)
-            expectNear(curve.derivativeAt(end, order), curve.derivativeAt(start, order), 1e-12);
+            EXPECT_LE(distance(curve.derivativeAt(end, order), curve.derivativeAt(start, order)),
+                      1e-12)
+                << "degree " << p << ", order " << order;
     }
-}
-
-TEST(PeriodicCurve, ClampedUniformCubicEndsOnItsCVsUnlikeThePeriodicOne) {
-    const Curve clamped = Curve::clampedUniform(3, kPentagon);
-    ASSERT_TRUE(clamped.isValid()) << clamped.validate();
-    EXPECT_EQ(clamped.knotDomain(), std::make_pair(0.0, 2.0));
-    EXPECT_EQ(clamped.pointAt(0.0), kPentagon.front());
-    EXPECT_EQ(clamped.pointAt(2.0), kPentagon.back());
-    // The clamped tangent at the start runs along the first leg of the polygon: p (P1 - P0) / 1.
-    EXPECT_EQ(clamped.tangentAt(0.0), 3.0 * (kPentagon[1] - kPentagon[0]));
-    const Curve periodic = Curve::periodicUniform(3, kPentagon);
-    EXPECT_GT(distance(periodic.pointAt(0.0), kPentagon.front()), 0.5);
 }
 
 TEST(PeriodicCurve, CircleStaysOnTheCircleInBothForms) {
@@ -71,7 +64,7 @@ TEST(PeriodicCurve, CircleStaysOnTheCircleInBothForms) {
             EXPECT_NEAR(dot(circle.tangentAt(t), point - centre), 0.0, 1e-10) << t;
         }
         EXPECT_EQ(circle.pointAt(0.0), (Vec3{3.5, 2, 3}));
-        expectNear(circle.pointAt(0.25), {1, 4.5, 3}, 1e-15);
-        expectNear(circle.tangentAt(1.0), circle.tangentAt(0.0), 1e-12);
+        EXPECT_LE(distance(circle.pointAt(0.25), {1, 4.5, 3}), 1e-15);
+        EXPECT_LE(distance(circle.tangentAt(1.0), circle.tangentAt(0.0)), 1e-12);
     }
 }

@@ -33,12 +33,6 @@ TEST(ReadStamp, FindsAdjacentVersionAndUnsignedBlockInTheFile) {
                            bytes.begin() + stamp->signatureOffset));
 }
 
-TEST(ReadStamp, ReadsTheApiVersionAFixtureDeclares) {
-    const auto stamp = readStamp(FIXTURE_OLD_API, nullptr);
-    ASSERT_TRUE(stamp);
-    EXPECT_EQ(stamp->apiVersion, "20240000");
-}
-
 TEST(ReadStamp, NamesThePathAndTheMissingOrMalformedSymbol) {
     EXPECT_EQ(stampError(FIXTURE_UNSTAMPED),
               std::string(FIXTURE_UNSTAMPED) + ": does not export KApiVersion");
@@ -50,7 +44,7 @@ TEST(ReadStamp, NamesThePathAndTheMissingOrMalformedSymbol) {
                 HasSubstr("NORV_PLUGIN_SIGNATURE does not directly follow KApiVersion"));
 }
 
-TEST(ReadStamp, RejectsFilesThatAreNotSharedObjects) {
+TEST(ReadStamp, RejectsFilesThatAreNotWholeSharedObjectsWithATerminatedVersion) {
     ScratchDir dir;
     EXPECT_THAT(stampError(dir.path("absent.so")), HasSubstr("cannot open"));
     EXPECT_THAT(stampError(dir.path("")), HasSubstr("not a regular file"));
@@ -61,27 +55,21 @@ TEST(ReadStamp, RejectsFilesThatAreNotSharedObjects) {
     EXPECT_THAT(stampError(dir.path("empty.so")), HasSubstr("not an ELF file"));
 
     // Same file, but its header says executable (e_type 2) instead of shared object.
-    auto bytes = readBytes(FIXTURE_UNSIGNED);
-    bytes[16] = 2;
-    bytes[17] = 0;
-    writeBytes(dir.path("exec.so"), bytes);
+    const auto bytes = readBytes(FIXTURE_UNSIGNED);
+    auto changed = bytes;
+    changed[16] = 2;
+    changed[17] = 0;
+    writeBytes(dir.path("exec.so"), changed);
     EXPECT_THAT(stampError(dir.path("exec.so")), HasSubstr("not an ELF shared object"));
-}
 
-TEST(ReadStamp, RejectsVersionFieldWithoutTerminator) {
-    ScratchDir dir;
     const auto stamp = readStamp(FIXTURE_UNSIGNED, nullptr);
     ASSERT_TRUE(stamp);
-    auto bytes = readBytes(FIXTURE_UNSIGNED);
-    std::fill_n(bytes.begin() + stamp->versionOffset, 16, '7');
-    writeBytes(dir.path("unterminated.so"), bytes);
+    changed = bytes;
+    std::fill_n(changed.begin() + stamp->versionOffset, 16, '7');
+    writeBytes(dir.path("unterminated.so"), changed);
     EXPECT_THAT(stampError(dir.path("unterminated.so")),
                 HasSubstr("KApiVersion is not NUL-terminated"));
-}
 
-TEST(ReadStamp, TruncatedFilesYieldNoStamp) {
-    ScratchDir dir;
-    const auto bytes = readBytes(FIXTURE_UNSIGNED);
     for (const std::size_t length :
          {std::size_t{4}, std::size_t{64}, std::size_t{1000}, bytes.size() / 2, bytes.size() - 1}) {
         SCOPED_TRACE(length);

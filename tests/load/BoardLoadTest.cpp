@@ -7,7 +7,6 @@
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <iostream>
 #include <tbb/task_arena.h>
 #include <thread>
 #include <zelvane/geometry/ElementCount.h>
@@ -62,7 +61,6 @@ TEST_F(BoardLoad, ThreadsEvaluatingBoardsAtOnceGiveTheValuesOfASerialRun) {
     EXPECT_NE(outputsDifference(serial[0][0], serial[1][0]), "")
         << "moving the shared sources changes what the boards make";
 
-    const auto start = std::chrono::steady_clock::now();
     for (int round = 0; round < kRounds; ++round) {
         const int place = round % 2;
         placeSharedSources(place);
@@ -87,18 +85,6 @@ TEST_F(BoardLoad, ThreadsEvaluatingBoardsAtOnceGiveTheValuesOfASerialRun) {
             EXPECT_EQ(mismatch[t], "") << "board " << t + 1 << ", round " << round;
         }
     }
-    const double seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-
-    std::size_t strandPoints = 0;
-    for (const BoardOutputs& outputs : serial[0]) {
-        strandPoints += Geo::getElementCount(*outputs.strandObjects[0], Geo::sPointComp);
-    }
-    std::cout << kThreads << " threads, " << kThreads * kRounds * kEvaluationsPerRound
-              << " board evaluations of " << kSharedMeshes + 1 << " meshes (" << gridFaces()
-              << " faces, " << gridPoints() << " points each) and " << kSharedCurves + kOwnCurves
-              << " curves (" << strandPoints / kThreads << " strand points on average) in "
-              << seconds << " s\n";
 }
 
 } // namespace

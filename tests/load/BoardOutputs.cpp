@@ -23,28 +23,6 @@ std::vector<Orsel::Ptr<Zelvane::Object>> objectsOn(const KPlug& plug) {
     return {data->objects().begin(), data->objects().end()};
 }
 
-std::string objectsDifference(const char* what,
-                              const std::vector<Orsel::Ptr<Zelvane::Object>>& expected,
-                              const std::vector<Orsel::Ptr<Zelvane::Object>>& actual) {
-    if (expected.size() != actual.size()) {
-        return std::string(what) + ": " + std::to_string(actual.size()) + " objects instead of " +
-               std::to_string(expected.size());
-    }
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        const std::string path = std::string(what) + "[" + std::to_string(i) + "]";
-        if (!expected[i] || !actual[i]) {
-            if (static_cast<bool>(expected[i]) != static_cast<bool>(actual[i])) {
-                return path + ": one object is null";
-            }
-            continue;
-        }
-        if (std::string found = objectDifference(*expected[i], *actual[i], path); !found.empty()) {
-            return found;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 BoardOutputs evaluateBoard(const KObject& board, const KObject& writer) {
@@ -68,12 +46,12 @@ std::string outputsDifference(const BoardOutputs& expected, const BoardOutputs& 
         return actual.evaluated ? "the evaluation ran" : "the evaluation failed";
     }
     if (std::string found =
-            objectsDifference("meshesOut", expected.meshObjects, actual.meshObjects);
+            objectsDifference(expected.meshObjects, actual.meshObjects, "meshesOut");
         !found.empty()) {
         return found;
     }
     if (std::string found =
-            objectsDifference("strandsOut", expected.strandObjects, actual.strandObjects);
+            objectsDifference(expected.strandObjects, actual.strandObjects, "strandsOut");
         !found.empty()) {
         return found;
     }

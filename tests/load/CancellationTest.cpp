@@ -137,32 +137,20 @@ protected:
     KObject canceller_;
 };
 
-TEST_F(CancelledEvaluation, ObjectsOfAJobCancelledMidwayAreWholeOrAbsent) {
+// The job is cancelled midway (by the cancelling node) or before the evaluation starts.
+TEST_F(CancelledEvaluation, ObjectsOfACancelledJobAreWholeOrAbsent) {
     const Watchdog watchdog("CancelledEvaluation", std::chrono::seconds(120),
                             [] { return std::string("stuck in an evaluation"); });
     const BoardOutputs whole = evaluate(0);
     ASSERT_TRUE(whole.evaluated);
     ASSERT_EQ(whole.meshObjects.size(), std::size_t(kSharedMeshes + 1));
+    for (const bool cancelledBeforehand : {false, true}) {
+        touchCanceller();
+        std::atomic<bool> cancelled{cancelledBeforehand};
+        expectWholeOrAbsent(whole, evaluateInJob(cancelled));
 
-    touchCanceller();
-    std::atomic<bool> cancelled{false};
-    expectWholeOrAbsent(whole, evaluateInJob(cancelled));
-
-    // Nothing is left half done: the next evaluation, not cancelled, makes everything again.
-    touchCanceller();
-    EXPECT_EQ(outputsDifference(whole, evaluate(0)), "");
-}
-
-TEST_F(CancelledEvaluation, ObjectsOfAJobCancelledBeforeItStartsAreWholeOrAbsent) {
-    const Watchdog watchdog("CancelledEvaluation", std::chrono::seconds(120),
-                            [] { return std::string("stuck in an evaluation"); });
-    const BoardOutputs whole = evaluate(0);
-    ASSERT_TRUE(whole.evaluated);
-
-    touchCanceller();
-    std::atomic<bool> cancelled{true};
-    expectWholeOrAbsent(whole, evaluateInJob(cancelled));
-
-    touchCanceller();
-    EXPECT_EQ(outputsDifference(whole, evaluate(0)), "");
+        // Nothing is left half done: the next evaluation, not cancelled, makes everything again.
+        touchCanceller();
+        EXPECT_EQ(outputsDifference(whole, evaluate(0)), "") << cancelledBeforehand;
+    }
 }

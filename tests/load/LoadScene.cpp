@@ -4,13 +4,11 @@
 #include <board/Graph.h>
 #include <cmath>
 #include <kova/KColorArray.h>
-#include <kova/KDGModifier.h>
 #include <kova/KDoubleArray.h>
 #include <kova/KFloatArray.h>
 #include <kova/KFloatPointArray.h>
 #include <kova/KFnDagNode.h>
 #include <kova/KFnDependencyNode.h>
-#include <kova/KFnGenericAttribute.h>
 #include <kova/KFnGeometryData.h>
 #include <kova/KFnMesh.h>
 #include <kova/KFnNurbsCurve.h>
@@ -29,12 +27,6 @@ namespace Keys = ZelvaneBoardInputByPath::Keys;
 
 KPlug plugOf(const KObject& node, const char* attribute) {
     return KFnDependencyNode(node).findPlug(attribute, false);
-}
-
-void connect(const KPlug& source, const KPlug& destination) {
-    KDGModifier modifier;
-    ASSERT_TRUE(modifier.connect(source, destination));
-    ASSERT_TRUE(modifier.doIt());
 }
 
 KObject parentOf(const KObject& shape) {
@@ -126,48 +118,6 @@ ZelvaneBoard::PortDescription outputPort(const char* name) {
     return {Orsel::String(name), PortDirection::Output, Zelvane::objectType(), metadata};
 }
 
-// The ports, graph and generic curve attribute of a load-scene board.
-void makeBoardPorts(const KObject& board) {
-    const Orsel::MetadataItem options = inputOptions();
-    ASSERT_TRUE(
-        ZelvaneBoard::addPort(board, {Orsel::String("meshes"), PortDirection::Input,
-                                      Orsel::Type::arrayOf(Zelvane::objectType()), options}));
-    // An array attribute made before the port: the port then reads all its curves as one
-    // strand object.
-    KFnGenericAttribute fnGeneric;
-    const KObject curves = fnGeneric.create("curves", "curves");
-    fnGeneric.setArray(true);
-    fnGeneric.setReadable(false);
-    fnGeneric.addDataAccept(KFnData::kNurbsCurve);
-    KDGModifier modifier;
-    modifier.addAttribute(board, curves);
-    ASSERT_TRUE(modifier.doIt());
-    ASSERT_TRUE(ZelvaneBoard::addPort(
-        board, {Orsel::String("curves"), PortDirection::Input, Zelvane::objectType(), options}));
-    ASSERT_TRUE(ZelvaneBoard::addPort(board, outputPort("meshesOut")));
-    ASSERT_TRUE(ZelvaneBoard::addPort(board, outputPort("strandsOut")));
-
-    ZelvaneBoard::Graph& graph = ZelvaneBoard::BoardNode::fromNode(board)->graph();
-    ASSERT_TRUE(graph.addOperator("meshPass", "passThrough"));
-    ASSERT_TRUE(graph.addOperator("strandPass", "passThrough"));
-    ASSERT_TRUE(graph.connect("meshes", "meshPass.in"));
-    ASSERT_TRUE(graph.connect("meshPass.out", "meshesOut"));
-    ASSERT_TRUE(graph.connect("curves", "strandPass.in"));
-    ASSERT_TRUE(graph.connect("strandPass.out", "strandsOut"));
-}
-
-KObject makeWriter(const KObject& board) {
-    KFnDependencyNode fnNode;
-    const KObject writer = fnNode.create("zelvaneGeoToKova");
-    EXPECT_FALSE(writer.isNull());
-    EXPECT_TRUE(plugOf(writer, "transferNormals").setBool(true));
-    // Every colour set and tag; the normals go through transferNormals only.
-    EXPECT_TRUE(plugOf(writer, "properties").setString("* ^N ^faceVertexN"));
-    EXPECT_TRUE(plugOf(writer, "componentTags").setString("*"));
-    connect(plugOf(board, "meshesOut"), plugOf(writer, "zelvaneGeo"));
-    return writer;
-}
-
 } // namespace
 
 void LoadScene::build(int boards) {
@@ -184,7 +134,7 @@ void LoadScene::build(int boards) {
         const KObject board =
             b == 0 ? board_ : makeBoard(("board" + std::to_string(b + 1)).c_str());
         ASSERT_FALSE(board.isNull());
-        makeBoardPorts(board);
+        addBoardPorts(board);
         if (HasFatalFailure()) {
             return;
         }
@@ -205,8 +155,40 @@ void LoadScene::build(int boards) {
                     curvePort.elementByLogicalIndex(static_cast<unsigned int>(i)));
         }
         boards_.push_back(board);
-        writers_.push_back(makeWriter(board));
+        writers_.push_back(addWriter(board));
     }
+}
+
+void LoadScene::addBoardPorts(const KObject& board) {
+    const Orsel::MetadataItem options = inputOptions();
+    ASSERT_TRUE(
+        ZelvaneBoard::addPort(board, {Orsel::String("meshes"), PortDirection::Input,
+                                      Orsel::Type::arrayOf(Zelvane::objectType()), options}));
+    addArrayAttribute(board, "curves", {KFnData::kNurbsCurve});
+    ASSERT_TRUE(ZelvaneBoard::addPort(
+        board, {Orsel::String("curves"), PortDirection::Input, Zelvane::objectType(), options}));
+    // Each input passes to its output.
+    ZelvaneBoard::Graph& graph = ZelvaneBoard::BoardNode::fromNode(board)->graph();
+    for (const auto& [input, output] :
+         {std::pair{"meshes", "meshesOut"}, std::pair{"curves", "strandsOut"}}) {
+        ASSERT_TRUE(ZelvaneBoard::addPort(board, outputPort(output)));
+        const std::string pass = std::string(input) + "Pass";
+        ASSERT_TRUE(graph.addOperator(pass, "passThrough"));
+        ASSERT_TRUE(graph.connect(input, pass + ".in"));
+        ASSERT_TRUE(graph.connect(pass + ".out", output));
+    }
+}
+
+KObject LoadScene::addWriter(const KObject& board) {
+    KFnDependencyNode fnNode;
+    const KObject writer = fnNode.create("zelvaneGeoToKova");
+    EXPECT_FALSE(writer.isNull());
+    EXPECT_TRUE(plugOf(writer, "transferNormals").setBool(true));
+    // Every colour set and tag; the normals go through transferNormals only.
+    EXPECT_TRUE(plugOf(writer, "properties").setString("* ^N ^faceVertexN"));
+    EXPECT_TRUE(plugOf(writer, "componentTags").setString("*"));
+    connect(plugOf(board, "meshesOut"), plugOf(writer, "zelvaneGeo"));
+    return writer;
 }
 
 void LoadScene::TearDown() {
@@ -214,7 +196,7 @@ void LoadScene::TearDown() {
     writers_.clear();
     sharedMeshes_.clear();
     sharedTransforms_.clear();
-    BoundPlugin::TearDown();
+    BoardScene::TearDown();
 }
 
 void LoadScene::placeSharedSources(int place) const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../plugin/PluginFixture.h"
+#include "../plugin/BoardScene.h"
 #include "BoardOutputs.h"
 #include "ThreadingForSanitizers.h"
 
@@ -17,7 +17,7 @@
 // converted with point and face-vertex normals; curves are open cubics of 8 CVs sampled by
 // segment length, with tangents and lengths. Every array is longer than 100 elements, so the
 // converters take their parallel paths.
-class LoadScene : public BoundPlugin {
+class LoadScene : public BoardScene {
 protected:
     static constexpr int kSharedMeshes = 2;
     static constexpr int kSharedCurves = 100;
@@ -38,6 +38,10 @@ protected:
         return evaluateBoard(boards_[static_cast<std::size_t>(board)],
                              writers_[static_cast<std::size_t>(board)]);
     }
+
+    // The ports, graph and merged curve attribute of a board; its "zelvaneGeoToKova" node.
+    static void addBoardPorts(const KObject& board);
+    static KObject addWriter(const KObject& board);
 
     const ThreadingForSanitizers threading_; // from before the scene is built to its end
     std::vector<KObject> boards_;

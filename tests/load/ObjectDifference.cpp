@@ -18,6 +18,9 @@ std::string difference(const Orsel::Ptr<Zelvane::Object>& expected,
     return objectDifference(*expected, *actual, path);
 }
 
+template <class List>
+std::string listDifference(const List& expected, const List& actual, const std::string& path);
+
 // Numbers and vectors compare bit by bit, so that -0 and 0 differ as they would in a file.
 template <class T>
 std::string difference(const T& expected, const T& actual, const std::string& path) {
@@ -38,13 +41,18 @@ std::string difference(const Orsel::Ptr<Orsel::Array<T>>& expected,
                    ? std::string()
                    : path + ": one array is null";
     }
-    if (expected->size() != actual->size()) {
-        return path + ": " + std::to_string(actual->size()) + " elements instead of " +
-               std::to_string(expected->size());
+    return listDifference(*expected, *actual, path);
+}
+
+template <class List>
+std::string listDifference(const List& expected, const List& actual, const std::string& path) {
+    if (expected.size() != actual.size()) {
+        return path + ": " + std::to_string(actual.size()) + " elements instead of " +
+               std::to_string(expected.size());
     }
-    for (std::size_t i = 0; i < expected->size(); ++i) {
+    for (std::size_t i = 0; i < expected.size(); ++i) {
         std::string found =
-            difference((*expected)[i], (*actual)[i], path + "[" + std::to_string(i) + "]");
+            difference(expected[i], actual[i], path + "[" + std::to_string(i) + "]");
         if (!found.empty()) {
             return found;
         }
@@ -82,4 +90,10 @@ std::string objectDifference(const Zelvane::Object& expected, const Zelvane::Obj
         }
     }
     return {};
+}
+
+std::string objectsDifference(const std::vector<Orsel::Ptr<Zelvane::Object>>& expected,
+                              const std::vector<Orsel::Ptr<Zelvane::Object>>& actual,
+                              const std::string& path) {
+    return listDifference(expected, actual, path);
 }

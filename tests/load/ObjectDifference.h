@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 #include <zelvane/Object.h>
 
 // Where `actual` first differs from `expected`, as a property path ("P[12]",
@@ -8,3 +9,8 @@
 // same properties in the same order with bit-identical values. `path` prefixes the answer.
 std::string objectDifference(const Zelvane::Object& expected, const Zelvane::Object& actual,
                              const std::string& path = "");
+
+// The same for two lists of objects, any of which may be null.
+std::string objectsDifference(const std::vector<Orsel::Ptr<Zelvane::Object>>& expected,
+                              const std::vector<Orsel::Ptr<Zelvane::Object>>& actual,
+                              const std::string& path);

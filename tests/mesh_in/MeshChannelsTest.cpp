@@ -97,6 +97,14 @@ TEST_F(MeshChannels, Map1ComesFirstAndTheOthersAreNumberedByPosition) {
         EXPECT_EQ(propertyData<float2>(*object, name), uvTable(bases[k])) << name;
         EXPECT_EQ(propertyIndices(*object, name + "_index"), kIdentityIds) << name;
     }
+    // The channel filter skips sets without renumbering the others.
+    MeshOptions options;
+    ASSERT_TRUE(options.setChannelFilter("* ^A"));
+    const auto filtered = convert(shape_, options);
+    ASSERT_TRUE(filtered);
+    EXPECT_EQ(stringMember(*filtered, "uv", Geo::sDccName), "map1");
+    EXPECT_FALSE(filtered->has("uv1"));
+    EXPECT_EQ(stringMember(*filtered, "uv2", Geo::sDccName), "B");
 }
 
 TEST_F(MeshChannels, WithoutMap1TheHostOrderStays) {
@@ -132,64 +140,41 @@ TEST_F(MeshChannels, SetLeavingFacesUnmappedIsDroppedWithTheMessageWhenLogging) 
     }
 }
 
-TEST_F(MeshChannels, ChannelFilterSkipsSetsWithoutRenumberingTheOthers) {
-    makeSetsAroundMap1();
-    MeshOptions options;
-    ASSERT_TRUE(options.setChannelFilter("* ^A"));
-    const auto object = convert(shape_, options);
-    ASSERT_TRUE(object);
-    EXPECT_EQ(stringMember(*object, "uv", Geo::sDccName), "map1");
-    EXPECT_FALSE(object->has("uv1"));
-    EXPECT_EQ(stringMember(*object, "uv2", Geo::sDccName), "B");
-}
-
 // Point colours are means over each point's coloured face-vertices: point 1 is used by
-// face-vertices 1 and 4, point 2 by 2 and 6; face-vertex 6 has no colour here, so point 2
-// takes face-vertex 2's colour alone.
-TEST_F(MeshChannels, RGBSetGivesTheMeanOfEachPointsColouredFaceVertices) {
+// face-vertices 1 and 4, point 2 by 2 and 6. In the RGB set "tint" face-vertex 6 has no
+// colour, so point 2 takes face-vertex 2's colour alone; in the alpha set "fade" point 0 has no
+// coloured face-vertex and gets the default, 1; "paint" is RGBA.
+TEST_F(MeshChannels, ColourSetsGiveTheMeanOfEachPointsColouredFaceVertices) {
     addColorSet("tint", 3, [](int i) { return KColor(float(i), 2.0f * float(i), 0.5f); }, {6});
-    const auto object = convert(shape_);
-    ASSERT_TRUE(object);
-    EXPECT_EQ(stringMember(*object, "tint", Geo::sTarget), "point");
-    const std::vector<float3> expected{
-        {0, 0, 0.5f},  {2.5f, 5, 0.5f}, {2, 4, 0.5f},  {3, 6, 0.5f},   {5, 10, 0.5f},
-        {7, 14, 0.5f}, {8, 16, 0.5f},   {9, 18, 0.5f}, {10, 20, 0.5f}, {11, 22, 0.5f}};
-    EXPECT_EQ(propertyData<float3>(*object, "tint"), expected);
-}
-
-TEST_F(MeshChannels, AlphaSetIsOneFloatPerPointWithDefaultOne) {
     addColorSet("fade", 1, [](int i) { return KColor(0, 0, 0, i < 4 ? 0.25f : 0.75f); }, {0});
-    const auto object = convert(shape_);
-    ASSERT_TRUE(object);
-    const auto alpha = propertyData<float>(*object, "fade");
-    EXPECT_EQ(alpha, (std::vector<float>{1.0f, 0.5f, 0.5f, 0.25f, 0.75f, 0.75f, 0.75f, 0.75f, 0.75f,
-                                         0.75f}))
-        << "point 0 has no coloured face-vertex and gets the default";
-    const auto property = object->getObject("fade");
-    ASSERT_TRUE(property);
-    ASSERT_NE(property->get<float>(Geo::sDefault), nullptr);
-    EXPECT_EQ(*property->get<float>(Geo::sDefault), 1.0f);
-}
-
-TEST_F(MeshChannels, RGBASetIsFourFloatsPerPoint) {
     addColorSet("paint", 4, [](int i) { return KColor(float(i), 0, 1, 0.5f); });
     const auto object = convert(shape_);
     ASSERT_TRUE(object);
-    const auto colors = propertyData<float4>(*object, "paint");
-    ASSERT_EQ(colors.size(), 10u);
-    EXPECT_EQ(colors[1], (float4{2.5f, 0, 1, 0.5f}));
-    EXPECT_EQ(colors[9], (float4{11, 0, 1, 0.5f}));
-}
+    EXPECT_EQ(stringMember(*object, "tint", Geo::sTarget), "point");
+    const std::vector<float3> tint{{0, 0, 0.5f},   {2.5f, 5, 0.5f}, {2, 4, 0.5f},  {3, 6, 0.5f},
+                                   {5, 10, 0.5f},  {7, 14, 0.5f},   {8, 16, 0.5f}, {9, 18, 0.5f},
+                                   {10, 20, 0.5f}, {11, 22, 0.5f}};
+    EXPECT_EQ(propertyData<float3>(*object, "tint"), tint);
+    EXPECT_EQ(
+        propertyData<float>(*object, "fade"),
+        (std::vector<float>{1.0f, 0.5f, 0.5f, 0.25f, 0.75f, 0.75f, 0.75f, 0.75f, 0.75f, 0.75f}));
+    const auto fade = object->getObject("fade");
+    ASSERT_TRUE(fade);
+    ASSERT_NE(fade->get<float>(Geo::sDefault), nullptr);
+    EXPECT_EQ(*fade->get<float>(Geo::sDefault), 1.0f);
+    const auto paint = propertyData<float4>(*object, "paint");
+    ASSERT_EQ(paint.size(), 10u);
+    EXPECT_EQ(paint[1], (float4{2.5f, 0, 1, 0.5f}));
+    EXPECT_EQ(paint[9], (float4{11, 0, 1, 0.5f}));
 
-TEST_F(MeshChannels, ColourSetsOutsideTheFilterAreNotConverted) {
-    addColorSet("keep", 3, [](int) { return KColor(1, 1, 1); });
-    addColorSet("skip", 3, [](int) { return KColor(1, 1, 1); });
+    // Sets outside the channel filter are not converted.
     MeshOptions options;
-    ASSERT_TRUE(options.setChannelFilter("keep map1"));
-    const auto object = convert(shape_, options);
-    ASSERT_TRUE(object);
-    EXPECT_TRUE(object->has("keep"));
-    EXPECT_FALSE(object->has("skip"));
+    ASSERT_TRUE(options.setChannelFilter("tint map1"));
+    const auto filtered = convert(shape_, options);
+    ASSERT_TRUE(filtered);
+    EXPECT_TRUE(filtered->has("tint"));
+    EXPECT_FALSE(filtered->has("fade"));
+    EXPECT_FALSE(filtered->has("paint"));
 }
 
 } // namespace

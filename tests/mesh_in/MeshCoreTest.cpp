@@ -1,6 +1,7 @@
 #include "MeshInputFixture.h"
 
 #include <cmath>
+#include <iterator>
 #include <kova/KProfiler.h>
 #include <set>
 #include <zelvane/geometry/ElementCount.h>
@@ -20,62 +21,47 @@ std::vector<float3> pointsOf(const KFloatPointArray& points) {
     return result;
 }
 
+// World positions: the transform's translation moves every point.
 TEST_F(MeshInput, NGonsGiveExactPositionsOffsetsFaceVerticesAndCounts) {
     const KObject shape = makeNGonMesh();
+    ASSERT_TRUE(
+        KFnTransform(transformOf(shape)).setTranslation(KVector(1, 2, 3), KSpace::kTransform));
     const auto object = convert(shape);
     ASSERT_TRUE(object);
-    KFloatPointArray points;
-    KFnMesh(shape).getPoints(points);
-    EXPECT_EQ(values<float3>(*object, Geo::sPointPosition), pointsOf(points));
-    EXPECT_EQ(values<std::uint32_t>(*object, Geo::sFaceOffset),
-              (std::vector<std::uint32_t>{0, 4, 7, 12}));
+    std::vector<float3> expected;
+    for (const auto& [x, y, z] : NGonMesh::kPoints) {
+        expected.push_back({x + 1, y + 2, z + 3});
+    }
+    EXPECT_EQ(values<float3>(*object, Geo::sPointPosition), expected);
+    EXPECT_EQ(
+        values<std::uint32_t>(*object, Geo::sFaceOffset),
+        std::vector<std::uint32_t>(std::begin(NGonMesh::kOffsets), std::end(NGonMesh::kOffsets)));
     EXPECT_EQ(values<std::uint32_t>(*object, Geo::sFaceVertex),
-              (std::vector<std::uint32_t>{0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9}));
+              std::vector<std::uint32_t>(std::begin(NGonMesh::kFaceVertices),
+                                         std::end(NGonMesh::kFaceVertices)));
     EXPECT_EQ(Geo::getElementCount(*object, Geo::sPointComp), 10u);
     EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceComp), 3u);
     EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceVertexComp), 12u);
     EXPECT_TRUE(Zelvane::Object::isA(*object, *Geo::getMeshPrototype()));
 }
 
-TEST_F(MeshInput, ZeroPolygonsGiveOneZeroOffsetAndNoFaceVertices) {
-    const KObject shape = makeMesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {}, {});
-    const auto object = convert(shape);
-    ASSERT_TRUE(object);
-    EXPECT_EQ(values<float3>(*object, Geo::sPointPosition).size(), 3u);
-    EXPECT_EQ(values<std::uint32_t>(*object, Geo::sFaceOffset), (std::vector<std::uint32_t>{0}));
-    EXPECT_TRUE(values<std::uint32_t>(*object, Geo::sFaceVertex).empty());
-    EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceComp), 0u);
-    EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceVertexComp), 0u);
-}
-
-// 100 points are copied by a plain loop, 101 by a parallel one; both give the host's points
-// in order.
-TEST_F(MeshInput, HundredAndHundredOnePointsAreCopiedExactly) {
-    for (const int extra : {0, 1}) {
+// Without polygons: one zero offset and no face-vertices. 100 points are copied by a plain
+// loop, 101 by a parallel one; both give the host's points in order.
+TEST_F(MeshInput, PointsOfMeshesWithoutPolygonsAreCopiedExactly) {
+    for (const int count : {3, 100, 101}) {
         KFloatPointArray points;
-        for (int i = 0; i < 100 + extra; ++i) {
+        for (int i = 0; i < count; ++i) {
             points.append({float(i), float(i * i % 7), -float(i)});
         }
-        const KObject shape = makeMesh(points, {3}, {0, 1, 2});
-        const auto object = convert(shape);
+        const auto object = convert(makeMesh(points, {}, {}));
         ASSERT_TRUE(object);
-        EXPECT_EQ(values<float3>(*object, Geo::sPointPosition), pointsOf(points)) << extra;
+        EXPECT_EQ(values<float3>(*object, Geo::sPointPosition), pointsOf(points)) << count;
+        EXPECT_EQ(values<std::uint32_t>(*object, Geo::sFaceOffset),
+                  (std::vector<std::uint32_t>{0}));
+        EXPECT_TRUE(values<std::uint32_t>(*object, Geo::sFaceVertex).empty());
+        EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceComp), 0u);
+        EXPECT_EQ(Geo::getElementCount(*object, Geo::sFaceVertexComp), 0u);
     }
-}
-
-TEST_F(MeshInput, TranslationMovesEveryPosition) {
-    const KObject shape = makeNGonMesh();
-    ASSERT_TRUE(
-        KFnTransform(transformOf(shape)).setTranslation(KVector(1, 2, 3), KSpace::kTransform));
-    const auto object = convert(shape);
-    ASSERT_TRUE(object);
-    KFloatPointArray points;
-    KFnMesh(shape).getPoints(points);
-    std::vector<float3> expected = pointsOf(points);
-    for (float3& p : expected) {
-        p = {p.x + 1, p.y + 2, p.z + 3};
-    }
-    EXPECT_EQ(values<float3>(*object, Geo::sPointPosition), expected);
 }
 
 // A triangle facing (1, 1, 0), scaled by 2 along x: positions stretch, normals turn towards
@@ -104,16 +90,6 @@ TEST_F(MeshInput, NonUniformScaleTurnsFaceVertexNormalsByTheInverseTranspose) {
         EXPECT_NEAR(n.y, 2 * inverseLength, 1e-6);
         EXPECT_NEAR(n.z, 0, 1e-6);
     }
-}
-
-TEST_F(MeshInput, FaceVertexNormalsAreLeftOutWhenNotAsked) {
-    MeshOptions options;
-    options.faceVertexNormals = false;
-    const auto object = convert(makeNGonMesh(), options);
-    ASSERT_TRUE(object);
-    EXPECT_FALSE(object->has(Geo::sFaceVertexNormal));
-    EXPECT_FALSE(object->has(Geo::getGeoPropRangeName(Geo::sFaceVertexNormal)));
-    EXPECT_FALSE(object->has(Geo::sPointNormal));
 }
 
 // Point normals follow the converted geometry: a flat mesh rotated to face -y, with one point

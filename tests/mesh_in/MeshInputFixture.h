@@ -1,9 +1,10 @@
 #pragma once
 
 #include "../plugin/BoardScene.h"
+#include "../plugin/GraphObjectValues.h"
+#include "../plugin/NGonMesh.h"
 
 #include <cstdlib>
-#include <dlfcn.h>
 #include <kova/KDagPath.h>
 #include <kova/KDataHandle.h>
 #include <kova/KFloatArray.h>
@@ -35,17 +36,12 @@ protected:
     void SetUp() override {
         BoardScene::SetUp();
         unsetenv("ZELVANE_LOG_RUNTIME_MESSAGES");
-        library_ = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
-        ASSERT_NE(library_, nullptr);
-        converter_ = reinterpret_cast<Converter>(
-            dlsym(library_, "_Z16kovaMeshToObjectRK5KPlugR11KDataHandleRK11MeshOptions"));
+        converter_ =
+            pluginFunction<Converter>("_Z16kovaMeshToObjectRK5KPlugR11KDataHandleRK11MeshOptions");
         ASSERT_NE(converter_, nullptr);
     }
     void TearDown() override {
         unsetenv("ZELVANE_LOG_RUNTIME_MESSAGES");
-        if (library_) {
-            dlclose(library_);
-        }
         BoardScene::TearDown();
     }
 
@@ -61,20 +57,13 @@ protected:
                   counts, connects);
         return fn.object();
     }
-    // A unit quad, a triangle sharing its right edge and a separate pentagon: 10 points,
-    // 3 faces, 12 face-vertices.
     static KObject makeNGonMesh() {
-        return makeMesh({{0, 0, 0},
-                         {1, 0, 0},
-                         {1, 1, 0},
-                         {0, 1, 0},
-                         {2, 0.5f, 0},
-                         {3, 0, 0},
-                         {4, 0, 0},
-                         {4.5f, 1, 0},
-                         {3.5f, 2, 0},
-                         {2.5f, 1, 0}},
-                        {4, 3, 5}, {0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9});
+        KFloatPointArray points;
+        for (const auto& [x, y, z] : NGonMesh::kPoints) {
+            points.append({x, y, z});
+        }
+        return makeMesh(points, KIntArray(NGonMesh::kCounts, 3),
+                        KIntArray(NGonMesh::kFaceVertices, 12));
     }
     // A row of `quads` unit quads in the xy plane: 2 * (quads + 1) points.
     static KObject makeQuadStrip(int quads) {
@@ -112,21 +101,28 @@ protected:
         EXPECT_TRUE(fn.setColors({{1, 0, 0}}));
         EXPECT_TRUE(fn.assignColors(KIntArray(1200, 0)));
 
-        KFnSingleIndexedComponent faces;
-        const KObject tagged = faces.create(KFn::kMeshPolygonComponent);
-        faces.addElements({1, 2});
+        addTag(shape, "top", component(KFn::kMeshPolygonComponent, {1, 2}));
+        makeSet("pins", shape, component(KFn::kMeshVertComponent, {0, 5}));
+        return shape;
+    }
+    static KObject component(KFn::Type type, const KIntArray& elements) {
+        KFnSingleIndexedComponent fn;
+        const KObject made = fn.create(type);
+        fn.addElements(elements);
+        return made;
+    }
+    // Adds the component tag `name` holding `contents` to the shape's mesh.
+    static void addTag(const KObject& shape, const char* name, const KObject& contents) {
         KFnGeometryData geometry(KFnDependencyNode(shape).findPlug("outMesh", false).asKObject());
-        EXPECT_TRUE(geometry.addComponentTag("top"));
-        EXPECT_TRUE(geometry.setComponentTagContents("top", tagged));
-
-        KFnSingleIndexedComponent points;
-        const KObject pinned = points.create(KFn::kMeshVertComponent);
-        points.addElements({0, 5});
-        KFnDependencyNode fnNode;
+        ASSERT_TRUE(geometry.addComponentTag(name));
+        ASSERT_TRUE(geometry.setComponentTagContents(name, contents));
+    }
+    // An object set called `name` holding `contents` of the shape.
+    static void makeSet(const char* name, const KObject& shape, const KObject& contents) {
+        KFnDependencyNode fn;
         KDagPath path;
         KDagPath::getAPathTo(shape, path);
-        EXPECT_TRUE(KFnSet(fnNode.create("objectSet", "pins")).addMember(path, pinned));
-        return shape;
+        EXPECT_TRUE(KFnSet(fn.create("objectSet", name)).addMember(path, contents));
     }
     static KObject transformOf(const KObject& shape) { return KFnDagNode(shape).parent(0); }
 
@@ -146,48 +142,12 @@ protected:
     // as the executor translates it before an evaluation. `options` are the port's options.
     Orsel::Ptr<Zelvane::Object> throughBoard(const KObject& shape,
                                              const Orsel::MetadataItem& options = {}) {
-        EXPECT_TRUE(ZelvaneBoard::addPort(board_, {Orsel::String("in"),
-                                                   ZelvaneGraph::Executor::PortDirection::Input,
-                                                   Zelvane::objectType(), options}));
-        Orsel::Ptr<Zelvane::Object> seen;
-        setBody([&seen](const ZelvaneBoard::PortValues& in) {
-            const auto found = in.find("in");
-            if (found != in.end()) {
-                seen = found->second.getOrselClass<Zelvane::Object>();
-            }
-            return ZelvaneBoard::PortValues{};
-        });
+        watchInput("in", Zelvane::objectType(), options);
         connect(worldMesh(shape), plug("board1.in"));
         EXPECT_TRUE(ZelvaneBoard::evaluate(board_));
-        return seen;
+        return seenObject();
     }
 
-    // The array `name` of `object` as a vector (empty when missing).
-    template <class T>
-    static std::vector<T> values(const Zelvane::Object& object, std::string_view name) {
-        const Orsel::Ptr<Orsel::Array<T>> array = object.getArray<T>(name);
-        return array ? std::vector<T>(array->begin(), array->end()) : std::vector<T>();
-    }
-    // The data of the geometry property `name` of `object` (empty when missing).
-    template <class T>
-    static std::vector<T> propertyData(const Zelvane::Object& object, std::string_view name) {
-        const Orsel::Ptr<Zelvane::Object> property = object.getObject(name);
-        return property ? values<T>(*property, Zelvane::Geometry::sData) : std::vector<T>();
-    }
-    // The indices of the index property `name` of `object`.
-    static std::vector<std::uint32_t> propertyIndices(const Zelvane::Object& object,
-                                                      std::string_view name) {
-        const Orsel::Ptr<Zelvane::Object> property = object.getObject(name);
-        return property ? values<std::uint32_t>(*property, Zelvane::Geometry::sIndices)
-                        : std::vector<std::uint32_t>();
-    }
-    // The string member `member` of the sub-object `name` ("" when missing).
-    static std::string stringMember(const Zelvane::Object& object, std::string_view name,
-                                    std::string_view member) {
-        const Orsel::Ptr<Zelvane::Object> property = object.getObject(name);
-        const Orsel::String* text = property ? property->get<Orsel::String>(member) : nullptr;
-        return text ? text->toStdString() : std::string();
-    }
     // The shader names recorded on a converted mesh: {surface, displacement}.
     static std::pair<std::string, std::string> shaderNames(const Zelvane::Object& object) {
         using namespace Zelvane::Geometry;
@@ -213,19 +173,5 @@ protected:
         return names;
     }
 
-    void* library_ = nullptr;
     Converter converter_ = nullptr;
 };
-
-// Readable vectors in assertion messages.
-namespace Zelvane::Math {
-inline void PrintTo(const float3& v, std::ostream* out) {
-    *out << "(" << v.x << ", " << v.y << ", " << v.z << ")";
-}
-inline void PrintTo(const float2& v, std::ostream* out) {
-    *out << "(" << v.x << ", " << v.y << ")";
-}
-inline void PrintTo(const float4& v, std::ostream* out) {
-    *out << "(" << v.x << ", " << v.y << ", " << v.z << ", " << v.w << ")";
-}
-} // namespace Zelvane::Math

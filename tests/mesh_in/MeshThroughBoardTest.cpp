@@ -3,6 +3,7 @@
 #include <kova/KGlobal.h>
 #include <orsel/MetadataItem.h>
 #include <zelvane/geometry/ElementCount.h>
+#include <zelvane/geometry/RangeProperty.h>
 
 namespace {
 
@@ -28,6 +29,7 @@ TEST_F(MeshInput, MeshShapeOnABoardPortArrivesAsAGraphMesh) {
     EXPECT_EQ(positions[7], (float3{4.5f, 1, 2}));
     EXPECT_EQ(propertyData<float3>(*object, Geo::sPointNormal), std::vector<float3>(10, {0, 0, 1}));
     EXPECT_FALSE(object->has(Geo::sFaceVertexNormal));
+    EXPECT_FALSE(object->has(Geo::getGeoPropRangeName(Geo::sFaceVertexNormal)));
     EXPECT_EQ(shaderNames(*object), (std::pair<std::string, std::string>{"", ""}))
         << "no shading group: both references are empty names";
 }

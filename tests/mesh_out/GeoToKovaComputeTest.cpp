@@ -22,13 +22,23 @@ TEST_F(GeoToKovaCompute, OutputGrowsAndShrinksToTheObjectCount) {
     EXPECT_EQ(meshCount(), 0u);
 }
 
+// A plain object, a strand object and a null entry each give an empty mesh, silently.
 TEST_F(GeoToKovaCompute, ObjectsThatAreNotMeshesGiveEmptyMeshElements) {
-    feed({shared(Zelvane::createObject()), Orsel::Ptr<Zelvane::Object>(), triangles(2)});
+    ObjectPtr strands = Zelvane::createObject();
+    ASSERT_TRUE(Geo::populateStrand(graphArray<float3>({{0, 0, 0}, {1, 0, 0}}),
+                                    graphArray<std::uint32_t>({0, 2}), *strands));
+    feed({shared(Zelvane::createObject()), shared(std::move(strands)),
+          Orsel::Ptr<Zelvane::Object>(), triangles(2)});
+    KMessageCapture messages;
     ASSERT_TRUE(evaluate());
-    ASSERT_EQ(meshCount(), 3u);
-    EXPECT_EQ(KFnMesh(mesh(0)).numVertices(), 0);
-    EXPECT_EQ(KFnMesh(mesh(1)).numVertices(), 0);
-    EXPECT_EQ(KFnMesh(mesh(2)).numPolygons(), 2);
+    ASSERT_EQ(meshCount(), 4u);
+    for (unsigned int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(mesh(i).hasFn(KFn::kMeshData)) << i;
+        EXPECT_EQ(KFnMesh(mesh(i)).numVertices(), 0) << i;
+        EXPECT_EQ(KFnMesh(mesh(i)).numPolygons(), 0) << i;
+    }
+    EXPECT_EQ(KFnMesh(mesh(3)).numPolygons(), 2);
+    EXPECT_EQ(messages.size(), 0u);
 }
 
 TEST_F(GeoToKovaCompute, TheNodesAttributesAreTheConversionOptions) {
@@ -50,11 +60,10 @@ TEST_F(GeoToKovaCompute, TheNodesAttributesAreTheConversionOptions) {
     EXPECT_EQ(tagNames(data), KStringArray{"top"});
 }
 
-TEST_F(GeoToKovaCompute, MissingInputDataFailsTheEvaluation) {
-    EXPECT_FALSE(evaluate());
-}
-
+// Missing input data, or an exception from the converter (caught by the host), fail the
+// evaluation; the next goes on.
 TEST_F(GeoToKovaCompute, AnExceptionFromTheConverterIsCaughtByTheHost) {
+    EXPECT_FALSE(evaluate());
     ObjectPtr object = ngonObject();
     addIndexedProperty(*object, Geo::sFaceVertexUV, std::vector<float2>(12),
                        std::vector<std::uint32_t>(12, 0), "mapping");

@@ -23,16 +23,17 @@ void setCount(Zelvane::Object& mesh, const Orsel::String& component, std::uint64
     Geo::setElementCount(component, count, mesh);
 }
 
+// Spoils the mesh by giving it the face offsets `offsets`.
+std::function<void(Zelvane::Object&)> withOffsets(std::vector<std::uint32_t> offsets) {
+    return [offsets](Zelvane::Object& m) { setArray(m, Geo::sFaceOffset, offsets); };
+}
+
 std::vector<std::uint32_t> identity(std::uint32_t count) {
     std::vector<std::uint32_t> indices(count);
     for (std::uint32_t k = 0; k < count; ++k) {
         indices[k] = k;
     }
     return indices;
-}
-
-std::vector<std::uint32_t> ngonFaceVertices() {
-    return {0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9};
 }
 
 const Malformed kMalformed[] = {
@@ -52,25 +53,11 @@ const Malformed kMalformed[] = {
          setArray<std::int32_t>(m, Geo::sFaceOffset, {0, 4, 7, 12});
      },
      "\"faceOffset\" is missing or not an array of uint32"},
-    {"OffsetsNotStartingAtZero",
-     [](auto& m) {
-         setArray<std::uint32_t>(m, Geo::sFaceOffset, {1, 4, 7, 12});
-     },
-     "face offsets start at 1, not at 0"},
-    {"OffsetsOverrunningTheFaceVertices",
-     [](auto& m) {
-         setArray<std::uint32_t>(m, Geo::sFaceOffset, {0, 4, 7, 13});
-     },
+    {"OffsetsNotStartingAtZero", withOffsets({1, 4, 7, 12}), "face offsets start at 1, not at 0"},
+    {"OffsetsOverrunningTheFaceVertices", withOffsets({0, 4, 7, 13}),
      "face offsets end at 13 but there are 12 face-vertices"},
-    {"DecreasingOffsets",
-     [](auto& m) {
-         setArray<std::uint32_t>(m, Geo::sFaceOffset, {0, 8, 4, 12});
-     },
-     "face offsets decrease at face 1 (8 then 4)"},
-    {"FaceOfTwoVertices",
-     [](auto& m) {
-         setArray<std::uint32_t>(m, Geo::sFaceOffset, {0, 4, 6, 12});
-     },
+    {"DecreasingOffsets", withOffsets({0, 8, 4, 12}), "face offsets decrease at face 1 (8 then 4)"},
+    {"FaceOfTwoVertices", withOffsets({0, 4, 6, 12}),
      "face 1 has 2 vertices; a host polygon needs 3 or more"},
     {"MoreFaceVerticesThanTheirArray",
      [](auto& m) {
@@ -80,7 +67,8 @@ const Malformed kMalformed[] = {
      "\"faceVertexPoint\" holds 12 uint32 values for 13 face-vertices"},
     {"FaceVertexNamingAMissingPoint",
      [](auto& m) {
-         auto faceVertices = ngonFaceVertices();
+         std::vector<std::uint32_t> faceVertices(std::begin(NGonMesh::kFaceVertices),
+                                                 std::end(NGonMesh::kFaceVertices));
          faceVertices[6] = 10;
          setArray(m, Geo::sFaceVertex, faceVertices);
      },
@@ -119,7 +107,7 @@ const Malformed kMalformed[] = {
      "UV index 10 at face-vertex 10 of UV set \"map1\" is out of range (10 UVs)"},
     {"PointUVsFewerThanThePoints",
      [](auto& m) {
-         addPointIndexedProperty(m, Geo::sFaceVertexUV, std::vector<float2>(9), "map1");
+         addIndexedProperty(m, Geo::sFaceVertexUV, std::vector<float2>(9), nullptr, "map1");
      },
      "UV index 9 at face-vertex 11 of UV set \"map1\" is out of range (9 UVs)"},
     {"ShortPointColours",

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "../plugin/BoardScene.h"
+#include "../plugin/GraphObjectValues.h"
+#include "../plugin/NGonMesh.h"
 
 #include <cstdint>
-#include <dlfcn.h>
+#include <iterator>
 #include <kova/KColorArray.h>
 #include <kova/KFloatArray.h>
 #include <kova/KFnGeometryData.h>
@@ -57,20 +59,14 @@ inline ObjectPtr meshObject(const std::vector<float3>& points,
     return mesh;
 }
 
-// A quad (points 0-3), a triangle sharing its right edge (1, 4, 2) and a pentagon (5-9):
-// 10 points, 3 faces, 12 face-vertices.
+// The n-gon mesh (see NGonMesh.h).
 inline ObjectPtr ngonObject() {
-    return meshObject({{0, 0, 0},
-                       {1, 0, 0},
-                       {1, 1, 0},
-                       {0, 1, 0},
-                       {2, 0.5f, 0},
-                       {3, 0, 0},
-                       {4, 0, 0},
-                       {4.5f, 1, 0},
-                       {3.5f, 2, 0},
-                       {2.5f, 1, 0}},
-                      {0, 4, 7, 12}, {0, 1, 2, 3, 1, 4, 2, 5, 6, 7, 8, 9});
+    std::vector<float3> points;
+    for (const auto& [x, y, z] : NGonMesh::kPoints) {
+        points.push_back({x, y, z});
+    }
+    return meshObject(points, {std::begin(NGonMesh::kOffsets), std::end(NGonMesh::kOffsets)},
+                      {std::begin(NGonMesh::kFaceVertices), std::end(NGonMesh::kFaceVertices)});
 }
 
 // A geometry property `name` over `target` holding `values`.
@@ -84,39 +80,32 @@ void addProperty(Zelvane::Object& mesh, const Orsel::String& name, const Orsel::
     mesh.set(name, std::move(property));
 }
 
-// Face-vertex data `name` indexed by its index property `name` + the index suffix.
+// Face-vertex data `name` indexed by its index property `name` + the index suffix, holding
+// `indices` (by default the mesh's own face-vertex array, which then shares it: point data).
+template <class T>
+void addIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
+                        const std::vector<T>& values,
+                        Orsel::Ptr<Orsel::Array<std::uint32_t>> indices,
+                        const char* dccName = nullptr) {
+    const Orsel::String rangeName = Geo::getGeoPropRangeName(name);
+    ObjectPtr range = Zelvane::createObject();
+    Geo::populateRangeGeoProperty(*range, indices ? std::move(indices)
+                                                  : mesh.getArray<std::uint32_t>(Geo::sFaceVertex));
+    mesh.set(rangeName, std::move(range));
+    addProperty(mesh, name, rangeName, values, dccName);
+}
 template <class T>
 void addIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
                         const std::vector<T>& values, const std::vector<std::uint32_t>& indices,
                         const char* dccName = nullptr) {
-    const Orsel::String rangeName = Geo::getGeoPropRangeName(name);
-    ObjectPtr range = Zelvane::createObject();
-    Geo::populateRangeGeoProperty(*range, graphArray(indices));
-    mesh.set(rangeName, std::move(range));
-    addProperty(mesh, name, rangeName, values, dccName);
-}
-
-// Point data `name` seen per face-vertex through the mesh's own face-vertex array, which its
-// index property shares.
-template <class T>
-void addPointIndexedProperty(Zelvane::Object& mesh, const Orsel::String& name,
-                             const std::vector<T>& values, const char* dccName = nullptr) {
-    const Orsel::String rangeName = Geo::getGeoPropRangeName(name);
-    ObjectPtr range = Zelvane::createObject();
-    Geo::populateRangeGeoProperty(*range, mesh.getArray<std::uint32_t>(Geo::sFaceVertex));
-    mesh.set(rangeName, std::move(range));
-    addProperty(mesh, name, rangeName, values, dccName);
+    addIndexedProperty(mesh, name, values, graphArray(indices), dccName);
 }
 
 // A component tag over `target` ("pointTag(<tag>)" / "faceTag(<tag>)").
 inline void addTag(Zelvane::Object& mesh, const Orsel::String& target, const char* tag,
                    const std::vector<bool>& members, const char* dccName = nullptr) {
-    auto array = Orsel::make<Orsel::Array<bool>>();
-    for (bool member : members) {
-        array->push_back(member);
-    }
     ObjectPtr property = Zelvane::createObject();
-    Geo::populateTag(target, Orsel::Ptr<Orsel::Array<bool>>(std::move(array)), *property);
+    Geo::populateTag(target, graphArray(members), *property);
     if (dccName) {
         property->set(Geo::sDccName, dccName);
     }
@@ -185,17 +174,9 @@ protected:
 
     void SetUp() override {
         BoardScene::SetUp();
-        library_ = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
-        ASSERT_NE(library_, nullptr);
-        converter_ = reinterpret_cast<Converter>(
-            dlsym(library_, "_Z17zelvaneMeshToKovaRKN7Zelvane6ObjectERK21ZelvaneMeshToKovaOpts"));
+        converter_ = pluginFunction<Converter>(
+            "_Z17zelvaneMeshToKovaRKN7Zelvane6ObjectERK21ZelvaneMeshToKovaOpts");
         ASSERT_NE(converter_, nullptr);
-    }
-    void TearDown() override {
-        if (library_) {
-            dlclose(library_);
-        }
-        BoardScene::TearDown();
     }
 
     KObject convert(const Zelvane::Object& object,
@@ -203,7 +184,6 @@ protected:
         return converter_(object, options);
     }
 
-    void* library_ = nullptr;
     Converter converter_ = nullptr;
 };
 
@@ -263,12 +243,3 @@ protected:
 };
 
 } // namespace MeshOutputTest
-
-namespace Zelvane::Math {
-inline void PrintTo(const float3& v, std::ostream* out) {
-    *out << "(" << v.x << ", " << v.y << ", " << v.z << ")";
-}
-inline void PrintTo(const float2& v, std::ostream* out) {
-    *out << "(" << v.x << ", " << v.y << ")";
-}
-} // namespace Zelvane::Math

@@ -179,8 +179,8 @@ protected:
 
     void SetUp() override {
         MeshOutput::SetUp();
-        toObject_ = reinterpret_cast<ToObject>(
-            dlsym(library_, "_Z16kovaMeshToObjectRK5KPlugR11KDataHandleRK11MeshOptions"));
+        toObject_ =
+            pluginFunction<ToObject>("_Z16kovaMeshToObjectRK5KPlugR11KDataHandleRK11MeshOptions");
         ASSERT_NE(toObject_, nullptr);
     }
 

@@ -15,12 +15,11 @@ TEST(Array, BoolsAreContiguousBytes) {
     for (int i = 0; i < 100; ++i) {
         flags.push_back(i % 3 == 0);
     }
-    bool* data = flags.data();
-    for (std::size_t i = 0; i < flags.size(); ++i) {
-        EXPECT_EQ(&flags[i], data + i);
-        EXPECT_EQ(data[i], i % 3 == 0);
-    }
     static_assert(std::is_same_v<decltype(flags.data()), bool*>);
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+        EXPECT_EQ(&flags[i], flags.data() + i);
+        EXPECT_EQ(flags.data()[i], i % 3 == 0);
+    }
 }
 
 TEST(Array, AppendingDoublesTheCapacityStartingFromOne) {
@@ -34,31 +33,25 @@ TEST(Array, AppendingDoublesTheCapacityStartingFromOne) {
     EXPECT_EQ(values.back(), 8);
 }
 
-TEST(Array, ResizeValueInitialisesOrFills) {
+TEST(Array, ResizeFillsWhatItAddsAndResizeForOverwriteOnlyConstructs) {
     Array<float> values(3);
-    EXPECT_EQ(values, (Array<float>{0, 0, 0}));
     values.resize(5, 2.5f);
     EXPECT_EQ(values, (Array<float>{0, 0, 0, 2.5f, 2.5f}));
     values.resize(1);
     EXPECT_EQ(values.size(), 1u);
     EXPECT_EQ(values.capacity(), 5u);
-}
 
-TEST(Array, ResizeForOverwriteNeitherFillsNorAllocatesWithinCapacity) {
-    Array<std::int32_t> values(8, 7);
-    values.resize(2);
+    // Within the capacity, resizeForOverwrite neither allocates nor clears the old bytes.
+    Array<std::int32_t> ints(8, 7);
+    ints.resize(2);
     const std::uint64_t allocations = Orsel::ArrayStats::allocations();
-    values.resizeForOverwrite(8);
+    ints.resizeForOverwrite(8);
     EXPECT_EQ(Orsel::ArrayStats::allocations(), allocations);
-    // The bytes already in the buffer were left as they were, not zeroed.
-    EXPECT_EQ(values, (Array<std::int32_t>(8, 7)));
+    EXPECT_EQ(ints, (Array<std::int32_t>(8, 7)));
+    ints.resize(2);
+    ints.resize(8);
+    EXPECT_EQ(ints[5], 0);
 
-    values.resize(2);
-    values.resize(8);
-    EXPECT_EQ(values[5], 0);
-}
-
-TEST(Array, ResizeForOverwriteOfNonTrivialTypesConstructsElements) {
     Array<Orsel::String> names{"a"};
     names.resizeForOverwrite(3);
     EXPECT_EQ(names[0], "a");
@@ -103,7 +96,9 @@ TEST(Array, ClearKeepsCapacityAndReleaseMemoryFreesIt) {
     EXPECT_EQ(values.data(), nullptr);
 }
 
-TEST(Array, ElementsAreDestroyedWithTheArray) {
+TEST(Array, ElementsAndBuffersGoWithTheArray) {
+    const std::size_t buffers = Orsel::ArrayStats::liveBuffers();
+    const std::size_t bytes = Orsel::ArrayStats::liveBytes();
     Orsel::Ptr<int> shared = Orsel::make<int>(5);
     {
         Array<Orsel::Ptr<int>> pointers(4, shared);
@@ -111,8 +106,18 @@ TEST(Array, ElementsAreDestroyedWithTheArray) {
         EXPECT_EQ(shared.useCount(), 6u);
         pointers.pop_back();
         EXPECT_EQ(shared.useCount(), 5u);
+
+        Array<Orsel::String> names{"x", "y"};
+        Array<Array<float>> nested(3, Array<float>(5));
+        EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffers + 1 + 1 + 1 + 3);
+        EXPECT_EQ(Orsel::ArrayStats::liveBytes(),
+                  bytes + pointers.capacity() * sizeof(Orsel::Ptr<int>) +
+                      2 * sizeof(Orsel::String) + 3 * sizeof(Array<float>) + 3 * 5 * sizeof(float));
+        names = Array<Orsel::String>{};
     }
     EXPECT_TRUE(shared.isUnique());
+    EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffers);
+    EXPECT_EQ(Orsel::ArrayStats::liveBytes(), bytes);
 }
 
 TEST(Array, BadIndicesAndSizesFailCleanly) {
@@ -123,25 +128,9 @@ TEST(Array, BadIndicesAndSizesFailCleanly) {
     EXPECT_EQ(values.size(), 1u);
 }
 
-TEST(Array, LiveBufferCountersReturnToZero) {
-    const std::size_t buffers = Orsel::ArrayStats::liveBuffers();
-    const std::size_t bytes = Orsel::ArrayStats::liveBytes();
-    {
-        Array<int> a(100);
-        Array<Orsel::String> b{"x", "y"};
-        Array<Array<float>> nested(3, Array<float>(5));
-        EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffers + 2 + 1 + 3);
-        EXPECT_EQ(Orsel::ArrayStats::liveBytes(),
-                  bytes + 100 * sizeof(int) + 2 * sizeof(Orsel::String) + 3 * sizeof(Array<float>) +
-                      3 * 5 * sizeof(float));
-        a.push_back(1);
-        b = Array<Orsel::String>{};
-    }
-    EXPECT_EQ(Orsel::ArrayStats::liveBuffers(), buffers);
-    EXPECT_EQ(Orsel::ArrayStats::liveBytes(), bytes);
-}
-
-TEST(Array, BigBuffersAreAlignedForHugePagesAndFullyUsable) {
+TEST(Array, BuffersAreCacheLineAlignedAndBigOnesHugePageAlignedAndFullyUsable) {
+    Array<char> small(3);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(small.data()) % 64, 0u);
     const std::size_t count = (64u << 20) / sizeof(std::uint32_t);
     for (int round = 0; round < 2; ++round) {
         Array<std::uint32_t> big;
@@ -157,11 +146,6 @@ TEST(Array, BigBuffersAreAlignedForHugePagesAndFullyUsable) {
         EXPECT_EQ(big[count - 1], count - 1);
     }
     Orsel::ArrayMemory::releaseCached();
-}
-
-TEST(Array, SmallBuffersAreCacheLineAligned) {
-    Array<char> bytes(3);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(bytes.data()) % 64, 0u);
 }
 
 } // namespace

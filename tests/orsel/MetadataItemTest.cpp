@@ -12,16 +12,11 @@ MetadataItem itemWith(const char* key, const char* value) {
     return item;
 }
 
-TEST(MetadataItem, DefaultItemIsEmpty) {
-    const MetadataItem item;
-    EXPECT_TRUE(item.empty());
-    EXPECT_TRUE(item.children().empty());
-    EXPECT_EQ(item.findChild("x"), nullptr);
-    EXPECT_FALSE(MetadataItem("name").empty());
-}
-
 TEST(MetadataItem, ChildrenKeepTheirOrderAndCanBeReplacedOrRemoved) {
+    EXPECT_TRUE(MetadataItem().empty());
+    EXPECT_EQ(MetadataItem().findChild("x"), nullptr);
     MetadataItem item("root");
+    EXPECT_FALSE(item.empty());
     item.addChild(MetadataItem("b", "1"));
     item.addChild(MetadataItem("a", "2")).addChild(MetadataItem("deep", "3"));
     item.setChild("b", "changed");
@@ -35,19 +30,15 @@ TEST(MetadataItem, ChildrenKeepTheirOrderAndCanBeReplacedOrRemoved) {
     EXPECT_EQ(item.children().size(), 2u);
 }
 
-TEST(MetadataItem, ReadsBooleansInEveryAcceptedSpelling) {
+TEST(MetadataItem, ReadsBooleansInEveryAcceptedSpellingAndKeepsTheDefaultOtherwise) {
+    MetadataStatus status{};
     for (const char* yes : {"1", "true", "TRUE", "On", "yes", " true "}) {
-        MetadataStatus status{};
         EXPECT_TRUE(itemWith("k", yes).getBool("k", false, &status)) << yes;
         EXPECT_EQ(status, MetadataStatus::Found);
     }
     for (const char* no : {"0", "false", "OFF", "No"}) {
         EXPECT_FALSE(itemWith("k", no).getBool("k", true)) << no;
     }
-}
-
-TEST(MetadataItem, ReportsMissingAndMalformedValuesAndKeepsTheDefault) {
-    MetadataStatus status{};
     EXPECT_TRUE(itemWith("k", "maybe").getBool("k", true, &status));
     EXPECT_EQ(status, MetadataStatus::Malformed);
     EXPECT_FALSE(itemWith("k", "1").getBool("other", false, &status));

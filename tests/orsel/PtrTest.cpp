@@ -20,27 +20,32 @@ struct Derived : Counted {
 
 struct Other : Counted {};
 
-TEST(Ptr, UniqueOwnerBecomesSharedWithoutCopying) {
-    Orsel::MutablePtr<Counted> unique = Orsel::make<Counted>(7);
-    const Counted* address = unique.get();
-    Orsel::Ptr<Counted> shared = std::move(unique);
-    EXPECT_EQ(unique, nullptr);
-    EXPECT_EQ(shared.get(), address);
-    EXPECT_EQ(shared.useCount(), 1u);
-    EXPECT_EQ(shared->value, 7);
+TEST(Ptr, UniqueOwnerBecomesSharedWithoutCopyingAndTheLastOwnerDestroysIt) {
+    {
+        Orsel::MutablePtr<Counted> unique = Orsel::make<Counted>(7);
+        const Counted* address = unique.get();
+        Orsel::Ptr<Counted> shared = std::move(unique);
+        EXPECT_EQ(unique, nullptr);
+        EXPECT_EQ(shared.get(), address);
+        EXPECT_EQ(shared->value, 7);
+        EXPECT_EQ(shared.useCount(), 1u);
+        Orsel::Ptr<Counted> second = shared;
+        shared.reset();
+        EXPECT_EQ(Counted::alive, 1);
+        EXPECT_TRUE(second.isUnique());
+    }
+    EXPECT_EQ(Counted::alive, 0);
 }
 
-TEST(Ptr, SoleSharedOwnerGetsTheSameObjectBack) {
-    Orsel::Ptr<Counted> shared = Orsel::make<Counted>(1);
-    const Counted* address = shared.get();
-    Orsel::MutablePtr<Counted> mutableAgain = Orsel::makeMutable(std::move(shared));
-    EXPECT_EQ(mutableAgain.get(), address);
-    EXPECT_FALSE(shared);
+TEST(Ptr, MakingMutableTakesTheObjectOfASoleOwnerAndCopiesASharedOne) {
+    Orsel::Ptr<Counted> sole = Orsel::make<Counted>(1);
+    const Counted* address = sole.get();
+    Orsel::MutablePtr<Counted> same = Orsel::makeMutable(std::move(sole));
+    EXPECT_EQ(same.get(), address);
+    EXPECT_FALSE(sole);
     EXPECT_EQ(Counted::alive, 1);
-}
 
-TEST(Ptr, SharedObjectWithTwoOwnersIsCopied) {
-    Orsel::Ptr<Counted> first = Orsel::make<Counted>(1);
+    Orsel::Ptr<Counted> first = std::move(same);
     Orsel::Ptr<Counted> second = first;
     EXPECT_EQ(first.useCount(), 2u);
     Orsel::MutablePtr<Counted> copy = Orsel::MutablePtr<Counted>::fromShared(std::move(second));
@@ -50,27 +55,14 @@ TEST(Ptr, SharedObjectWithTwoOwnersIsCopied) {
     EXPECT_EQ(first->value, 1);
     EXPECT_TRUE(first.isUnique());
     EXPECT_EQ(Counted::alive, 2);
-}
 
-TEST(Ptr, NullConvertsToNull) {
     EXPECT_FALSE(Orsel::makeMutable(Orsel::Ptr<Counted>()));
     Orsel::Ptr<Counted> none = nullptr;
     EXPECT_EQ(none.useCount(), 0u);
     EXPECT_FALSE(none.isUnique());
 }
 
-TEST(Ptr, LastOwnerDestroysTheObjectOnce) {
-    {
-        Orsel::Ptr<Counted> a = Orsel::make<Counted>();
-        Orsel::Ptr<Counted> b = a;
-        a.reset();
-        EXPECT_EQ(Counted::alive, 1);
-        EXPECT_TRUE(b.isUnique());
-    }
-    EXPECT_EQ(Counted::alive, 0);
-}
-
-TEST(Ptr, CastsBetweenBaseAndDerived) {
+TEST(Ptr, CastsBetweenBaseAndDerivedAndAFailedUniqueDowncastKeepsTheObject) {
     Orsel::Ptr<Counted> base = Orsel::make<Derived>(5);
     Orsel::Ptr<Derived> derived = Orsel::dynamicPtrCast<Derived>(base);
     ASSERT_TRUE(derived);
@@ -78,16 +70,14 @@ TEST(Ptr, CastsBetweenBaseAndDerived) {
     EXPECT_EQ(base.useCount(), 2u);
     EXPECT_FALSE(Orsel::dynamicPtrCast<Other>(base));
     EXPECT_EQ(Orsel::staticPtrCast<Derived>(base)->value, 5);
-}
 
-TEST(Ptr, FailedDowncastOfUniqueOwnerKeepsTheObject) {
     Orsel::MutablePtr<Counted> unique = Orsel::make<Derived>(3);
     EXPECT_FALSE(Orsel::dynamicPtrCast<Other>(std::move(unique)));
     ASSERT_TRUE(unique);
-    Orsel::MutablePtr<Derived> derived = Orsel::dynamicPtrCast<Derived>(std::move(unique));
+    Orsel::MutablePtr<Derived> uniqueDerived = Orsel::dynamicPtrCast<Derived>(std::move(unique));
     EXPECT_FALSE(unique);
-    ASSERT_TRUE(derived);
-    EXPECT_EQ(derived->value, 3);
+    ASSERT_TRUE(uniqueDerived);
+    EXPECT_EQ(uniqueDerived->value, 3);
 }
 
 TEST(Ptr, CountsStayExactUnderConcurrentCopies) {

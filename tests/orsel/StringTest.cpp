@@ -12,7 +12,7 @@ namespace {
 
 constinit const String kLiteral = String::literal("graph");
 
-TEST(String, LiteralConstantsNeedNoAllocationAndCompareAsText) {
+TEST(String, LiteralConstantsAndNullOrEmptyInputsCompareAsText) {
     EXPECT_EQ(kLiteral.size(), 5u);
     EXPECT_STREQ(kLiteral.c_str(), "graph");
     EXPECT_EQ(kLiteral, String("graph"));
@@ -20,9 +20,6 @@ TEST(String, LiteralConstantsNeedNoAllocationAndCompareAsText) {
     EXPECT_EQ(kLiteral, std::string("graph"));
     EXPECT_EQ(kLiteral, std::string_view("graph"));
     EXPECT_NE(kLiteral, "graphs");
-}
-
-TEST(String, NullAndEmptyInputsGiveTheEmptyString) {
     EXPECT_TRUE(String(static_cast<const char*>(nullptr)).empty());
     EXPECT_TRUE(String("").empty());
     EXPECT_STREQ(String().c_str(), "");

@@ -15,44 +15,32 @@ struct Record {
 
 const Orsel::Type kThingType = Orsel::Type::named("Thing", Orsel::TypeKind::Class);
 
-TEST(Value, DefaultIsEmpty) {
+TEST(Value, DefaultIsEmptyAndANullObjectIsAPayloadButNoObject) {
     const Orsel::Value value;
     EXPECT_TRUE(value.empty());
     EXPECT_FALSE(value.type().isValid());
     EXPECT_FALSE(value.getOrselClass());
     EXPECT_FALSE(value.getOpaqueArray());
     EXPECT_EQ(value.get<int>(), nullptr);
+    const Orsel::Value null = Orsel::Value::fromClass(kThingType, Orsel::Ptr<Thing>());
+    EXPECT_FALSE(null.empty());
+    EXPECT_FALSE(null.getOrselClass());
 }
 
-TEST(Value, CarriesASharedObject) {
+TEST(Value, CarriesSharedObjectsAndTakesOverUniquelyOwnedOnes) {
     Orsel::Ptr<Thing> thing = Orsel::make<Thing>(3);
     const Orsel::Value value = Orsel::Value::fromClass(kThingType, thing);
-    EXPECT_FALSE(value.empty());
     EXPECT_EQ(value.type(), kThingType);
     EXPECT_EQ(value.getOrselClass().get(), thing.get());
     EXPECT_EQ(value.getOrselClass<Thing>()->id, 3);
     EXPECT_FALSE(value.getOpaqueArray());
     EXPECT_EQ(thing.useCount(), 2u);
-}
 
-TEST(Value, TakesOverUniquelyOwnedObjectsAndArrays) {
     Orsel::MutablePtr<Thing> unique = Orsel::make<Thing>(8);
     const Thing* address = unique.get();
     const Orsel::Value single = Orsel::Value::fromClass(kThingType, std::move(unique));
     EXPECT_EQ(single.getOrselClass().get(), address);
     EXPECT_EQ(single.getOrselClass().useCount(), 2u); // the value and the returned copy
-
-    auto things =
-        Orsel::make<Orsel::Array<Orsel::Ptr<Thing>>>(std::size_t{1}, Orsel::make<Thing>(9));
-    const Orsel::Value many =
-        Orsel::Value::fromOpaqueArray(Orsel::Type::arrayOf(kThingType), std::move(things));
-    EXPECT_EQ(many.getOpaqueArray()->size(), 1u);
-}
-
-TEST(Value, NullObjectIsAPayloadButNoObject) {
-    const Orsel::Value value = Orsel::Value::fromClass(kThingType, Orsel::Ptr<Thing>());
-    EXPECT_FALSE(value.empty());
-    EXPECT_FALSE(value.getOrselClass());
 }
 
 TEST(Value, CarriesAnArrayOfSharedObjects) {
@@ -60,9 +48,8 @@ TEST(Value, CarriesAnArrayOfSharedObjects) {
     things->push_back(Orsel::make<Thing>(1));
     things->push_back(Orsel::make<Thing>(2));
     const Thing* first = (*things)[0].get();
-    const Orsel::Value value = Orsel::Value::fromOpaqueArray(
-        Orsel::Type::arrayOf(kThingType),
-        Orsel::Ptr<Orsel::Array<Orsel::Ptr<Thing>>>(std::move(things)));
+    const Orsel::Value value =
+        Orsel::Value::fromOpaqueArray(Orsel::Type::arrayOf(kThingType), std::move(things));
     const auto objects = value.getOpaqueArray();
     ASSERT_TRUE(objects);
     ASSERT_EQ(objects->size(), 2u);

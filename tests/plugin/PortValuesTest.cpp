@@ -4,8 +4,9 @@
 #include <cmath>
 #include <cstdint>
 #include <kova/KDoubleArray.h>
+#include <kova/KFnAttribute.h>
+#include <kova/KFnCompoundAttribute.h>
 #include <kova/KFnDoubleArrayData.h>
-#include <kova/KFnMessageAttribute.h>
 #include <kova/KFnVectorArrayData.h>
 #include <kova/KMatrix.h>
 #include <kova/KTime.h>
@@ -48,13 +49,13 @@ protected:
     KTime::Unit previousUnit_ = KTime::kInvalid;
 };
 
+// A time input follows the scene's time.
 TEST_F(TimePorts, FrameFortyEightAtTwentyFourUnitsIsTwoSeconds) {
-    Zelvane::Simulation::Time seen{};
-    setBody([&](const PortValues& in) {
-        seen = *in.at("now").get<Zelvane::Simulation::Time>();
-        return PortValues{};
-    });
+    EXPECT_EQ(sourcesOf(plug("board1.now")), std::vector<std::string>{"time1.outTime"});
+    watch("now");
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    ASSERT_TRUE(seen_.get<Zelvane::Simulation::Time>());
+    const Zelvane::Simulation::Time seen = *seen_.get<Zelvane::Simulation::Time>();
     EXPECT_DOUBLE_EQ(seen.seconds, 2.0);
     EXPECT_DOUBLE_EQ(seen.frame, 48.0);
     EXPECT_DOUBLE_EQ(seen.frameLength, 1.0 / 24.0);
@@ -75,16 +76,13 @@ TEST_F(TimePorts, OutputFollowsFrameThenSecondsThenTicks) {
     result = {KTime::ticksPerSecond() * 2, 1.0, 24.0, 1.0 / 24};
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
     EXPECT_DOUBLE_EQ(plug("board1.later").asTime().value(), 48.0); // ticks only
-}
 
-TEST_F(TimePorts, UnchangedResultLeavesTheAttributeUntouched) {
+    // An unchanged result leaves the attribute untouched, to the bit.
     const KTime before(7.0 / 3.0, KTime::k24FPS);
     plug("board1.later").setTime(before);
     const double seconds = before.as(KTime::kSeconds);
-    const Zelvane::Simulation::Time same{
-        static_cast<std::int64_t>(static_cast<double>(KTime::ticksPerSecond()) * seconds), seconds,
-        before.value(), 1.0 / 24};
-    setBody([&](const PortValues&) { return PortValues{{"later", timeValue(same)}}; });
+    result = {static_cast<std::int64_t>(static_cast<double>(KTime::ticksPerSecond()) * seconds),
+              seconds, before.value(), 1.0 / 24};
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
     const KTime after = plug("board1.later").asTime();
     EXPECT_EQ(after.unit(), before.unit());
@@ -93,13 +91,20 @@ TEST_F(TimePorts, UnchangedResultLeavesTheAttributeUntouched) {
 }
 
 TEST_F(BoardScene, SceneInfoTravelsBothWaysAndTransformsComeIn) {
-    using Zelvane::File::Project::SceneInfo;
     using Zelvane::Geometry::Transform::GraphTransforms;
     ASSERT_TRUE(addPort("scene", PortDirection::Input, Zelvane::File::Project::sceneInfoType()));
     ASSERT_TRUE(
         addPort("sceneOut", PortDirection::Output, Zelvane::File::Project::sceneInfoType()));
     ASSERT_TRUE(
         addPort("xf", PortDirection::Input, Zelvane::Geometry::Transform::graphTransformsType()));
+    KFnCompoundAttribute fnScene(KFnDependencyNode(board_).attribute("scene"));
+    ASSERT_EQ(fnScene.numChildren(), 4u);
+    const char* names[] = {"scene_scene", "scene_scene_directory", "scene_project_directory",
+                           "scene_has_project"};
+    for (unsigned int i = 0; i < 4; ++i) {
+        EXPECT_EQ(KFnAttribute(fnScene.child(i)).name(), KString(names[i]));
+    }
+    EXPECT_FALSE(plug("board1.scene_has_project").asBool());
     plug("board1.scene_scene").setString("shot.kva");
     plug("board1.scene_scene_directory").setString("/shots");
     plug("board1.scene_project_directory").setString("/proj");
@@ -160,20 +165,13 @@ TEST_F(BoardScene, ArraysBecomeNamedFloatPropertiesAndComeBackThroughZelData) {
     EXPECT_FLOAT_EQ((*dirs)[0].z, 3.0f);
 }
 
-TEST_F(BoardScene, UnconnectedSinglePortGivesAnEmptyObject) {
-    ASSERT_TRUE(addPort("in", PortDirection::Input, Zelvane::objectType()));
-    Orsel::Ptr<Zelvane::Object> seen;
-    setBody([&](const PortValues& in) {
-        seen = in.at("in").getOrselClass<Zelvane::Object>();
-        return PortValues{};
-    });
+// Unconnected, the port gives an empty object; fed by a ZelData of three, a copy of the first.
+TEST_F(BoardScene, SinglePortGivesAnEmptyObjectOrACopyOfTheFirstFed) {
+    watchInput("in", Zelvane::objectType());
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
-    ASSERT_TRUE(seen);
-    EXPECT_EQ(seen->propertyCount(), 0u);
-}
+    ASSERT_TRUE(seenObject());
+    EXPECT_EQ(seenObject()->propertyCount(), 0u);
 
-TEST_F(BoardScene, SinglePortFedByZelDataOfThreeGetsACopyOfTheFirst) {
-    ASSERT_TRUE(addPort("in", PortDirection::Input, Zelvane::objectType()));
     KFnPluginData fnData;
     const KObject data = fnData.create(ZelData::id);
     auto* held = dynamic_cast<ZelData*>(fnData.data());
@@ -183,12 +181,8 @@ TEST_F(BoardScene, SinglePortFedByZelDataOfThreeGetsACopyOfTheFirst) {
         held->addZelvaneObject(Orsel::Ptr<Zelvane::Object>(std::move(object)));
     }
     connect(dataSource("src", "objs", ZelData::id, data), plug("board1.in"));
-    Orsel::Ptr<Zelvane::Object> seen;
-    setBody([&](const PortValues& in) {
-        seen = in.at("in").getOrselClass<Zelvane::Object>();
-        return PortValues{};
-    });
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
+    const auto seen = seenObject();
     ASSERT_TRUE(seen);
     EXPECT_TRUE(seen->has("a"));
     EXPECT_FALSE(seen->has("b"));
@@ -196,98 +190,62 @@ TEST_F(BoardScene, SinglePortFedByZelDataOfThreeGetsACopyOfTheFirst) {
     EXPECT_EQ(held->shared(), 1);
 }
 
-TEST_F(BoardScene, MessageFromAShaderGivesAMaterialReference) {
-    ASSERT_TRUE(addPort("shader", PortDirection::Input, Zelvane::objectType()));
-    KFnDependencyNode fnNode;
-    const KObject lambert = fnNode.create("lambert", "red");
-    connect(KFnDependencyNode(lambert).findPlug("message", false), plug("board1.shader"));
-    Orsel::Ptr<Zelvane::Object> seen;
-    setBody([&](const PortValues& in) {
-        seen = in.at("shader").getOrselClass<Zelvane::Object>();
-        return PortValues{};
-    });
-    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
-    ASSERT_TRUE(seen);
-    const auto* name = seen->get<Orsel::String>(Zelvane::Geometry::sMaterialReferenceID);
-    ASSERT_NE(name, nullptr);
-    EXPECT_EQ(*name, Orsel::String("red"));
-}
-
-TEST_F(BoardScene, EmptyArrayResultGivesAnEmptyZelData) {
-    ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
+// An empty array and an array of null entries give an empty ZelData; no single result gives
+// one empty object.
+TEST_F(BoardScene, EmptyOrNullResultsGiveEmptyZelData) {
+    ASSERT_TRUE(addPort("empty", PortDirection::Output, objectArrayType()));
+    ASSERT_TRUE(addPort("nulls", PortDirection::Output, objectArrayType()));
+    ASSERT_TRUE(addPort("single", PortDirection::Output, Zelvane::objectType()));
     setBody([](const PortValues&) {
+        auto nulls = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
+        nulls->push_back(Orsel::Ptr<Orsel::Class>());
+        nulls->push_back(Orsel::Ptr<Orsel::Class>());
         return PortValues{
-            {"out", Orsel::Value::fromOpaqueArray(
-                        objectArrayType(), Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>())}};
+            {"empty",
+             Orsel::Value::fromOpaqueArray(objectArrayType(),
+                                           Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>())},
+            {"nulls", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(nulls))}};
     });
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
-    const ZelData* out = outputObjects("out");
-    ASSERT_NE(out, nullptr);
-    EXPECT_TRUE(out->empty());
-}
-
-TEST_F(BoardScene, ArrayResultOfNullEntriesOnlyGivesAnEmptyZelData) {
-    ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
-    setBody([](const PortValues&) {
-        auto entries = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
-        entries->push_back(Orsel::Ptr<Orsel::Class>());
-        entries->push_back(Orsel::Ptr<Orsel::Class>());
-        return PortValues{
-            {"out", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(entries))}};
-    });
-    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
-    const ZelData* out = outputObjects("out");
-    ASSERT_NE(out, nullptr);
-    EXPECT_TRUE(out->empty());
-}
-
-TEST_F(BoardScene, NullSingleResultGivesOneEmptyObject) {
-    ASSERT_TRUE(addPort("out", PortDirection::Output, Zelvane::objectType()));
-    setBody([](const PortValues&) { return PortValues{}; });
-    ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
-    const ZelData* out = outputObjects("out");
-    ASSERT_NE(out, nullptr);
-    ASSERT_EQ(out->size(), 1u);
-    EXPECT_EQ(out->objects()[0]->propertyCount(), 0u);
-}
-
-class ObjectArrayOutput : public BoardScene {
-protected:
-    void SetUp() override {
-        BoardScene::SetUp();
-        ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
-        setBody([this](const PortValues&) {
-            auto objects = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
-            for (int i = 0; i < count_; ++i) {
-                auto object = Zelvane::createObject();
-                object->set("index", static_cast<float>(i));
-                objects->push_back(Orsel::Ptr<Zelvane::Object>(std::move(object)));
-            }
-            return PortValues{
-                {"out", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(objects))}};
-        });
+    for (const char* output : {"empty", "nulls"}) {
+        ASSERT_NE(outputObjects(output), nullptr) << output;
+        EXPECT_TRUE(outputObjects(output)->empty()) << output;
     }
-    int count_ = 3;
-};
+    const ZelData* single = outputObjects("single");
+    ASSERT_NE(single, nullptr);
+    ASSERT_EQ(single->size(), 1u);
+    EXPECT_EQ(single->objects()[0]->propertyCount(), 0u);
+}
 
-TEST_F(ObjectArrayOutput, FewerObjectsOnReevaluationLeaveOnlyTheNewOnes) {
+// Re-evaluated with fewer objects, the output holds only the new ones; a failing set stops
+// adding further objects.
+TEST_F(BoardScene, ObjectArrayOutputHoldsTheObjectsOfTheLastEvaluation) {
+    ASSERT_TRUE(addPort("out", PortDirection::Output, objectArrayType()));
+    int count = 3;
+    setBody([&count](const PortValues&) {
+        auto objects = Orsel::make<Orsel::Array<Orsel::Ptr<Orsel::Class>>>();
+        for (int i = 0; i < count; ++i) {
+            auto object = Zelvane::createObject();
+            object->set("index", static_cast<float>(i));
+            objects->push_back(Orsel::Ptr<Zelvane::Object>(std::move(object)));
+        }
+        return PortValues{
+            {"out", Orsel::Value::fromOpaqueArray(objectArrayType(), std::move(objects))}};
+    });
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
     ASSERT_EQ(outputObjects("out")->size(), 3u);
-    count_ = 1;
+    count = 1;
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
     ASSERT_EQ(outputObjects("out")->size(), 1u);
     EXPECT_EQ(*outputObjects("out")->objects()[0]->get<float>("index"), 0.0f);
-}
 
-TEST_F(ObjectArrayOutput, FailingSetStopsAddingFurtherObjects) {
-    count_ = 5;
+    count = 5;
     KFailureInjection::failAfter("KDataHandle::set", 2);
     ASSERT_TRUE(ZelvaneBoard::evaluate(board_));
     KFailureInjection::reset();
-    const ZelData* out = outputObjects("out");
-    ASSERT_NE(out, nullptr);
+    ASSERT_NE(outputObjects("out"), nullptr);
     // The third object went into the data before its set failed; the last two never did.
-    EXPECT_EQ(out->size(), 3u);
+    EXPECT_EQ(outputObjects("out")->size(), 3u);
 }
 
 TEST_F(BoardScene, ReadingAnOutputEvaluatesTheGraphAndItsShapeShowsTheObjects) {

@@ -11,8 +11,7 @@ namespace {
 
 using ZelvaneGraph::Executor::TranslationLibrary;
 
-const KStringResourceId kCurveIsInvalid("zelvane_object_translator", "kCurveIsInvalid",
-                                        "default");
+const KStringResourceId kCurveIsInvalid("zelvane_object_translator", "kCurveIsInvalid", "default");
 
 // The plug-in loaded and its translation object made, but not yet bound to the host.
 class Registration : public HostWithBoard {
@@ -51,31 +50,25 @@ protected:
     ZelvaneGraph::Executor::TranslationPtr translation_;
 };
 
-TEST_F(Registration, RegistersTheNodeTypeAndTheStringTable) {
+TEST_F(Registration, RegistersTheNodeTypeAndEveryStringWithItsDefaultText) {
     KMessageCapture messages;
     ASSERT_TRUE(translation_->registerHostPlugins(plugin()));
     EXPECT_TRUE(canCreateGeoToKova());
-    EXPECT_EQ(curveIsInvalidText(), KString("Curve is invalid."));
     EXPECT_EQ(KFnPlugin(plugin()).vendor(), KString("Norvatek"));
     EXPECT_EQ(KFnPlugin(plugin()).version(), KString("1.0"));
     EXPECT_EQ(KFnPlugin(plugin()).stringTableCount(), 1u);
     EXPECT_EQ(messages.size(), 0u);
-}
-
-TEST_F(Registration, RegistersEveryStringWithItsDefaultText) {
-    ASSERT_TRUE(translation_->registerHostPlugins(plugin()));
-    KStatus status;
-    EXPECT_EQ(KStringResource::getString(KStringResourceId("zelvane_object_translator",
-                                                           "kCouldNotTranslateCurve", ""),
-                                         status),
-              KString("Failed to translate Kova curve '^1s' to Zelvane strands for input '^2s' "
-                      "in '^3s'. "));
-    EXPECT_TRUE(status);
-    EXPECT_EQ(KStringResource::getString(KStringResourceId("zelvane_object_translator",
-                                                           "kSegmentLengthIsInvalid", ""),
-                                         status),
-              KString("Target segment length = 0 is invalid."));
-    EXPECT_TRUE(status);
+    EXPECT_EQ(curveIsInvalidText(), KString("Curve is invalid."));
+    for (const auto& [key, text] :
+         {std::pair{"kCouldNotTranslateCurve", "Failed to translate Kova curve '^1s' to Zelvane "
+                                               "strands for input '^2s' in '^3s'. "},
+          {"kSegmentLengthIsInvalid", "Target segment length = 0 is invalid."}}) {
+        KStatus status;
+        EXPECT_EQ(KStringResource::getString(
+                      KStringResourceId("zelvane_object_translator", key, ""), status),
+                  KString(text));
+        EXPECT_TRUE(status) << key;
+    }
 }
 
 TEST_F(Registration, AFailedNodeRegistrationRegistersNothingElse) {
@@ -96,8 +89,7 @@ TEST_F(Registration, AFailedStringTableIsReportedAndKeepsTheNode) {
     EXPECT_FALSE(translation_->registerHostPlugins(plugin()));
     EXPECT_TRUE(canCreateGeoToKova());
     ASSERT_EQ(messages.errors().size(), 1u);
-    EXPECT_TRUE(
-        messages.errors()[0].startsWith("ZelvaneObjectTranslation::registerHostPlugins: "))
+    EXPECT_TRUE(messages.errors()[0].startsWith("ZelvaneObjectTranslation::registerHostPlugins: "))
         << messages.errors()[0];
 }
 
@@ -105,37 +97,36 @@ TEST_F(Registration, AFailedSingleStringIsIgnored) {
     KFailureInjection::failNext("KStringResource::registerString");
     EXPECT_TRUE(translation_->registerHostPlugins(plugin()));
     KStatus status;
-    KStringResource::getString(KStringResourceId("zelvane_object_translator",
-                                                 "kCouldNotTranslateCurve", ""),
-                               status);
+    KStringResource::getString(
+        KStringResourceId("zelvane_object_translator", "kCouldNotTranslateCurve", ""), status);
     EXPECT_FALSE(status);
     EXPECT_EQ(curveIsInvalidText(), KString("Curve is invalid."));
 }
 
-TEST_F(Registration, DeregistrationRemovesTheNodeTypeOnly) {
+// Deregistration fails while nodes of the type exist, and when the host refuses it (reported);
+// then it removes the node type and leaves the strings.
+TEST_F(Registration, DeregistrationRemovesTheNodeTypeOnlyAndReportsFailures) {
     ASSERT_TRUE(translation_->registerHostPlugins(plugin()));
+    ASSERT_TRUE(canCreateGeoToKova());
+    {
+        KMessageCapture messages;
+        EXPECT_FALSE(translation_->deregisterHostPlugins(plugin()));
+        EXPECT_EQ(messages.errors().size(), 1u);
+    }
+    KScene::reset();
+    {
+        KMessageCapture messages;
+        KFailureInjection::failNext("KFnPlugin::deregisterNode");
+        EXPECT_FALSE(translation_->deregisterHostPlugins(plugin()));
+        ASSERT_EQ(messages.errors().size(), 1u);
+        EXPECT_TRUE(messages.errors()[0].startsWith("deregisterNode::zelvaneGeoToKova: "))
+            << messages.errors()[0];
+    }
+    EXPECT_TRUE(canCreateGeoToKova());
+    KScene::reset();
     EXPECT_TRUE(translation_->deregisterHostPlugins(plugin()));
     EXPECT_FALSE(canCreateGeoToKova());
     EXPECT_EQ(curveIsInvalidText(), KString("Curve is invalid."));
-}
-
-TEST_F(Registration, AFailedDeregistrationIsReported) {
-    ASSERT_TRUE(translation_->registerHostPlugins(plugin()));
-    KMessageCapture messages;
-    KFailureInjection::failNext("KFnPlugin::deregisterNode");
-    EXPECT_FALSE(translation_->deregisterHostPlugins(plugin()));
-    ASSERT_EQ(messages.errors().size(), 1u);
-    EXPECT_TRUE(messages.errors()[0].startsWith("deregisterNode::zelvaneGeoToKova: "))
-        << messages.errors()[0];
-    EXPECT_TRUE(canCreateGeoToKova());
-}
-
-TEST_F(Registration, DeregistrationFailsWhileNodesOfTheTypeExist) {
-    ASSERT_TRUE(translation_->registerHostPlugins(plugin()));
-    ASSERT_TRUE(canCreateGeoToKova());
-    KMessageCapture messages;
-    EXPECT_FALSE(translation_->deregisterHostPlugins(plugin()));
-    EXPECT_EQ(messages.errors().size(), 1u);
 }
 
 } // namespace

@@ -64,7 +64,7 @@ protected:
             sources_.push_back(
                 fnNode.create("countingSource", ("source" + std::to_string(s)).c_str()));
         }
-        seen_.assign(kBoards, -1.0f);
+        sums_.assign(kBoards, -1.0f);
         for (int b = 0; b < kBoards; ++b) {
             const KObject board =
                 b == 0 ? board_ : makeBoard(("board" + std::to_string(b + 1)).c_str());
@@ -88,7 +88,7 @@ protected:
                             }
                         }
                     }
-                    seen_[static_cast<std::size_t>(b)] = sum;
+                    sums_[static_cast<std::size_t>(b)] = sum;
                     return PortValues{};
                 });
         }
@@ -104,7 +104,7 @@ protected:
 
     std::vector<KObject> sources_;
     std::vector<KObject> boards_;
-    std::vector<float> seen_;
+    std::vector<float> sums_;
 };
 
 // The host's read probe counts the pulls of each source in progress before the host's own
@@ -132,7 +132,7 @@ TEST_F(SharedSources, ThreadsNeverReadOneSourceTogetherAndAgree) {
             thread.join();
         }
         ASSERT_EQ(failures, 0);
-        for (float seen : seen_) {
+        for (float seen : sums_) {
             ASSERT_FLOAT_EQ(seen, static_cast<float>(kSources * round));
         }
     }

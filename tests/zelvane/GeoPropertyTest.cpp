@@ -49,9 +49,7 @@ TEST(GeoProperty, TargetsLeadThroughIndexPropertiesToComponents) {
     EXPECT_EQ(getTargetComponent(mesh, sFaceVertexUV), sFaceVertexComp);
     EXPECT_EQ(getTargetComponent(mesh, sPointColor), sPointComp);
     EXPECT_EQ(getTargetComponent(mesh, "missing"), "");
-}
-
-TEST(GeoProperty, UnknownComponentsAndCirclesAreReported) {
+    // Unknown components are reported as they are; circles lead nowhere.
     Object geometry;
     geometry.set("edgeData", createGeoProperty<float>("edge", nullptr));
     geometry.set("a", createGeoProperty<float>("b", nullptr));
@@ -67,9 +65,6 @@ TEST(GeoProperty, RangeIndicesAreReadFromIndexProperties) {
     EXPECT_EQ(*indices, (Orsel::Array<std::uint32_t>{0, 1, 1}));
     EXPECT_FALSE(getRangeGeoPropIndices(mesh, sPointColor));
     EXPECT_FALSE(getRangeGeoPropIndices(mesh, "missing"));
-}
-
-TEST(GeoProperty, TrivialRangeIndicesCountUp) {
     EXPECT_EQ(*populateTrivialRangeIndices(4), (Orsel::Array<std::uint32_t>{0, 1, 2, 3}));
     EXPECT_TRUE(populateTrivialRangeIndices(0)->empty());
     EXPECT_FALSE(populateTrivialRangeIndices((std::uint64_t(1) << 32) + 1));

@@ -22,11 +22,7 @@ TEST(Object, SettingKeepsFirstInsertionOrderAndReplacesInPlace) {
     EXPECT_EQ(*object.get<Orsel::String>("b"), "text");
     EXPECT_EQ(object.get<std::int32_t>("b"), nullptr);
     EXPECT_EQ(object.propertyCount(), 2u);
-}
-
-TEST(Object, TextIsStoredAsStringNotBool) {
-    Object object;
-    object.set("name", "mesh");
+    object.set("name", "mesh"); // text is stored as a string, not as a bool
     ASSERT_NE(object.get<Orsel::String>("name"), nullptr);
     EXPECT_EQ(object.get<bool>("name"), nullptr);
 }
@@ -98,18 +94,15 @@ TEST(Object, PropertiesDescribeTheirTypeAndSize) {
                                                    "none:Object:0", "tags:array<Object>:2"}));
 }
 
-TEST(Object, ObjectsMadeByTheLibraryAreRecoveredFromValues) {
+TEST(Object, ObjectsOfTheClassNamedObjectAreRecoveredFromValues) {
+    EXPECT_EQ(Zelvane::objectType().fullyQualifiedName(), "Object");
+    EXPECT_EQ(Zelvane::objectType().kind(), Orsel::TypeKind::Class);
     Orsel::MutablePtr<Object> made = Zelvane::createObject();
     made->set("id", 12);
     const Orsel::Value value = Orsel::Value::fromClass(Zelvane::objectType(), std::move(made));
     const Orsel::Ptr<Object> object = value.getOrselClass<Object>();
     ASSERT_TRUE(object);
     EXPECT_EQ(*object->get<std::int32_t>("id"), 12);
-}
-
-TEST(Object, ObjectTypeIsTheClassNamedObject) {
-    EXPECT_EQ(Zelvane::objectType().fullyQualifiedName(), "Object");
-    EXPECT_EQ(Zelvane::objectType().kind(), Orsel::TypeKind::Class);
 }
 
 } // namespace

@@ -27,46 +27,18 @@ MetadataItem portMetadata(MetadataItem optionsItem) {
     return port;
 }
 
-TEST(Options, DefaultsMatchTheDocumentedTable) {
-    const MeshOptions mesh;
-    EXPECT_TRUE(mesh.paths.empty());
-    EXPECT_FALSE(mesh.noShape);
-    EXPECT_EQ(mesh.componentTagFilter, "*");
-    EXPECT_TRUE(mesh.faceVertexNormals);
-    EXPECT_FALSE(mesh.pointNormals);
-    EXPECT_FALSE(mesh.faceNormals);
-    ASSERT_NE(mesh.channelFilter, nullptr);
-    EXPECT_TRUE(mesh.channelFilter->accepts("map1"));
-
-    const CurveOptions curve;
-    EXPECT_EQ(curve.componentTags, "*");
-    EXPECT_FALSE(curve.computeTangents);
-    EXPECT_FALSE(curve.addLengths);
-    EXPECT_EQ(curve.sampling, CurveSampling::CVs);
-    EXPECT_EQ(curve.sampleRate, 1.0f);
-    EXPECT_FALSE(curve.uniformByLength);
-    EXPECT_EQ(curve.segmentLength, 1.0f);
-    EXPECT_FALSE(curve.evenSegments);
-    EXPECT_EQ(curve.tagTransfer, TagTransfer::NearestCV);
-}
-
-TEST(Options, OptionsAreFoundUnderPortMetadataOrDirectly) {
-    const MetadataItem direct = options({{"noShape", "true"}});
+TEST(Options, OptionsAreFoundUnderPortMetadataOrDirectlyAndPathsAreSplitAndTrimmed) {
+    const MetadataItem direct =
+        options({{"noShape", "true"}, {"paths", " |grp|mesh1 ;;curve* ; "}});
     const MetadataItem port = portMetadata(direct);
     EXPECT_EQ(&getOptions(direct), &direct);
     EXPECT_EQ(getOptions(port).name(), Keys::kOptions);
-    Options fromPort;
-    Options fromItem;
-    EXPECT_TRUE(fromPort.parse(port));
-    EXPECT_TRUE(fromItem.parse(direct));
-    EXPECT_TRUE(fromPort.noShape);
-    EXPECT_TRUE(fromItem.noShape);
-}
-
-TEST(Options, PathsAreSplitAtSemicolonsAndTrimmed) {
-    Options parsed;
-    ASSERT_TRUE(parsed.parse(options({{"paths", " |grp|mesh1 ;;curve* ; "}})));
-    EXPECT_EQ(parsed.paths, (Orsel::Array<Orsel::String>{"|grp|mesh1", "curve*"}));
+    for (const MetadataItem* item : {&direct, &port}) {
+        Options parsed;
+        ASSERT_TRUE(parsed.parse(*item));
+        EXPECT_TRUE(parsed.noShape);
+        EXPECT_EQ(parsed.paths, (Orsel::Array<Orsel::String>{"|grp|mesh1", "curve*"}));
+    }
 }
 
 TEST(Options, MeshKeysAreParsedThroughTheBaseInterface) {
@@ -109,26 +81,35 @@ TEST(Options, CurveKeysAcceptNamesAndNumbers) {
     EXPECT_EQ(curve.sampling, CurveSampling::ByCVCount);
 }
 
-TEST(Options, BadValuesFailButKeepTheDefaultAndReadTheRest) {
+TEST(Options, BadValuesFailButKeepTheDocumentedDefaultsAndTheRestIsRead) {
     CurveOptions curve;
     EXPECT_FALSE(curve.parse(options({{"sampling", "3"},
                                       {"tagTransfer", "closest"},
                                       {"sampleRate", "fast"},
                                       {"segmentLength", "inf"},
                                       {"componentTags", "a^b"},
-                                      {"addLengths", "true"}})));
+                                      {"noShape", "true"}})));
+    EXPECT_TRUE(curve.noShape);
+    EXPECT_TRUE(curve.paths.empty());
     EXPECT_EQ(curve.sampling, CurveSampling::CVs);
     EXPECT_EQ(curve.tagTransfer, TagTransfer::NearestCV);
     EXPECT_EQ(curve.sampleRate, 1.0f);
     EXPECT_EQ(curve.segmentLength, 1.0f);
     EXPECT_EQ(curve.componentTags, "*");
-    EXPECT_TRUE(curve.addLengths);
+    EXPECT_FALSE(curve.computeTangents);
+    EXPECT_FALSE(curve.uniformByLength);
+    EXPECT_FALSE(curve.evenSegments);
+    EXPECT_FALSE(curve.addLengths);
 
     MeshOptions mesh;
     EXPECT_FALSE(mesh.parse(options({{"channelFilter", "^"}, {"noShape", "2"}})));
     EXPECT_EQ(mesh.channelFilterExpression(), "*");
     EXPECT_TRUE(mesh.channelFilter->accepts("anything"));
     EXPECT_FALSE(mesh.noShape);
+    EXPECT_EQ(mesh.componentTagFilter, "*");
+    EXPECT_TRUE(mesh.faceVertexNormals);
+    EXPECT_FALSE(mesh.pointNormals);
+    EXPECT_FALSE(mesh.faceNormals);
 }
 
 TEST(Options, StoredOptionsParseBackToTheSameValues) {
@@ -155,18 +136,6 @@ TEST(Options, StoredOptionsParseBackToTheSameValues) {
     EXPECT_EQ(reread.segmentLength, 3.25f);
     EXPECT_EQ(reread.tagTransfer, TagTransfer::BothNeighbours);
     EXPECT_TRUE(reread.uniformByLength);
-
-    MeshOptions mesh;
-    mesh.pointNormals = true;
-    ASSERT_TRUE(mesh.setChannelFilter("uv*"));
-    MetadataItem meshStored;
-    mesh.storeAttributes(meshStored);
-    mesh.storeAttributes(meshStored);
-    EXPECT_EQ(meshStored.children().size(), 7u);
-    MeshOptions meshReread;
-    ASSERT_TRUE(meshReread.parse(meshStored));
-    EXPECT_TRUE(meshReread.pointNormals);
-    EXPECT_EQ(meshReread.channelFilterExpression(), "uv*");
 }
 
 TEST(Options, CopiesKeepTheirOwnChannelFilterOrShareAnExternalOne) {
@@ -187,7 +156,7 @@ TEST(Options, CopiesKeepTheirOwnChannelFilterOrShareAnExternalOne) {
     EXPECT_FALSE(MeshOptions().setChannelFilter("a\\"));
 }
 
-TEST(Options, GeoOptionsReadMeshAndCurveKeysFromOneItem) {
+TEST(Options, GeoOptionsReadAndStoreMeshAndCurveKeysInOneItem) {
     GeoOptions geo;
     ASSERT_TRUE(geo.parse(portMetadata(
         options({{"paths", "n1"}, {"pointNormals", "true"}, {"sampling", "byCVCount"}}))));
@@ -196,11 +165,15 @@ TEST(Options, GeoOptionsReadMeshAndCurveKeysFromOneItem) {
     EXPECT_TRUE(geo.mesh.pointNormals);
     EXPECT_EQ(geo.curve.sampling, CurveSampling::ByCVCount);
 
+    ASSERT_TRUE(geo.mesh.setChannelFilter("uv*"));
     MetadataItem stored;
     geo.storeAttributes(stored);
+    geo.storeAttributes(stored);
+    EXPECT_EQ(stored.children().size(), 2u + 5u + 9u) << "storing again replaces the values";
     GeoOptions reread;
     ASSERT_TRUE(reread.parse(stored));
     EXPECT_TRUE(reread.mesh.pointNormals);
+    EXPECT_EQ(reread.mesh.channelFilterExpression(), "uv*");
     EXPECT_EQ(reread.curve.sampling, CurveSampling::ByCVCount);
     EXPECT_EQ(reread.curve.paths, geo.paths);
 }

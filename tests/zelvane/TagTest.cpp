@@ -29,27 +29,18 @@ TEST(Tag, MembershipArraysAreStoredAsTheyAre) {
     EXPECT_TRUE(getDataGeoProperty(geometry, "t"));
 }
 
-TEST(Tag, NullInputsLeaveTheTagUnchanged) {
+TEST(Tag, IndicesBecomeMembershipOverAllElementsAndOutOfRangeOnesAreReported) {
+    using Indices = Orsel::Array<std::uint32_t>;
     Object tag;
     EXPECT_FALSE(populateTag(sPointComp, Orsel::Ptr<Orsel::Array<bool>>(), tag));
-    EXPECT_FALSE(populateTag(sPointComp, Orsel::Ptr<Orsel::Array<std::uint32_t>>(), 4, tag));
-    EXPECT_EQ(tag.propertyCount(), 0u);
-}
+    EXPECT_FALSE(populateTag(sPointComp, Orsel::Ptr<Indices>(), 4, tag));
+    EXPECT_EQ(tag.propertyCount(), 0u) << "null inputs leave the tag unchanged";
 
-TEST(Tag, IndicesBecomeMembershipOverAllElements) {
-    const Orsel::Ptr<Orsel::Array<std::uint32_t>> indices =
-        Orsel::make<Orsel::Array<std::uint32_t>>(std::initializer_list<std::uint32_t>{4, 1, 4});
-    Object tag;
-    ASSERT_TRUE(populateTag(sPointComp, indices, 6, tag));
+    ASSERT_TRUE(populateTag(sPointComp, Orsel::make<Indices>(Indices{4, 1, 4}), 6, tag));
     EXPECT_EQ(*tag.getArray<bool>(sData),
               (Orsel::Array<bool>{false, true, false, false, true, false}));
-}
-
-TEST(Tag, IndicesOutOfRangeAreSkippedAndReported) {
-    const Orsel::Ptr<Orsel::Array<std::uint32_t>> indices =
-        Orsel::make<Orsel::Array<std::uint32_t>>(std::initializer_list<std::uint32_t>{0, 9});
-    Object tag;
-    EXPECT_FALSE(populateTag(sPointComp, indices, 2, tag));
+    // Out-of-range indices are skipped.
+    EXPECT_FALSE(populateTag(sPointComp, Orsel::make<Indices>(Indices{0, 9}), 2, tag));
     EXPECT_EQ(*tag.getArray<bool>(sData), (Orsel::Array<bool>{true, false}));
 }
 

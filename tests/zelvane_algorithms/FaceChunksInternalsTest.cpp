@@ -36,17 +36,8 @@ TEST(FaceChunks, SmallMeshIsOneChunkOverThePointsItUses) {
 }
 
 TEST(FaceChunks, ChunksStartAtTheFirstFaceAtOrAfterEachMultipleOfTheLength) {
-    // A 20000-corner face, then 3000 triangles on points of their own: 29000 face-vertices in
-    // chunks of 8192; the long face leaves chunk 1 empty.
-    std::vector<std::uint32_t> offsets{0, 20000};
-    std::vector<std::uint32_t> corners;
-    for (std::uint32_t i = 0; i < 29000; ++i) {
-        corners.push_back(i);
-        if (i >= 20000 && (i - 20000) % 3 == 2) {
-            offsets.push_back(i + 1);
-        }
-    }
-    const auto shapes = mesh(std::vector<float3>(29000, {0, 0, 0}), offsets, corners);
+    // 29000 face-vertices in chunks of 8192; the long face leaves chunk 1 empty.
+    const auto shapes = longFaceThenTriangles();
     const detail::FaceChunks chunks = chunksOf(*shapes);
     EXPECT_EQ(chunks.firstFaces, (std::vector<std::uint32_t>{0, 1, 1, 1527, 3001}));
     EXPECT_EQ(chunks.firstPoints, (std::vector<std::uint32_t>{0, 0, 20000, 24578}));

@@ -37,16 +37,6 @@ TEST(FaceVertexAdjacency, ListsTheFaceVerticesOfEveryPointInAscendingOrder) {
     EXPECT_TRUE(adjacency.faceVerticesOf(5).empty());
 }
 
-TEST(FaceVertexAdjacency, CubeCornersEachBelongToThreeFaces) {
-    const FaceVertexAdjacency adjacency = adjacencyOf(*unitCube());
-    EXPECT_EQ(values(adjacency.pointOffsets), (Indices{0, 3, 6, 9, 12, 15, 18, 21, 24}));
-    EXPECT_EQ(values(adjacency.pointFaceVertices),
-              (Indices{0, 8,  16, 3, 9,  20, 1, 12, 19, 2, 15, 21,
-                       4, 11, 17, 5, 10, 23, 7, 13, 18, 6, 14, 22}));
-    EXPECT_EQ(values(adjacency.faceVertexFace),
-              (Indices{0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5}));
-}
-
 TEST(FaceVertexAdjacency, EmptyFacesAndAPointRepeatedInOneFaceAreKept) {
     const auto odd = mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 0, 4, 4}, {2, 0, 2, 1});
     const FaceVertexAdjacency adjacency = adjacencyOf(*odd);

@@ -123,6 +123,28 @@ inline Orsel::Ptr<Zelvane::Object> bumpyGrid(std::uint32_t columns, std::uint32_
     return mesh(positions, offsets, faceVertices);
 }
 
+// A 20000-gon on the unit circle in z = 0, then 3000 triangles in planes x = const (normal
+// +x) on points of their own: 29000 points and face-vertices, the first face longer than the
+// chunks the normal computation cuts the faces into.
+inline Orsel::Ptr<Zelvane::Object> longFaceThenTriangles() {
+    std::vector<float3> positions;
+    std::vector<std::uint32_t> offsets{0, 20000};
+    std::vector<std::uint32_t> corners;
+    for (std::uint32_t i = 0; i < 20000; ++i) {
+        const double angle = 2.0 * 3.141592653589793 * i / 20000.0;
+        positions.push_back({float(std::cos(angle)), float(std::sin(angle)), 0.0f});
+        corners.push_back(i);
+    }
+    for (std::uint32_t t = 0; t < 3000; ++t) {
+        const auto first = static_cast<std::uint32_t>(positions.size());
+        positions.insert(positions.end(),
+                         {{5, float(t), 0}, {5, float(t) + 1, 0}, {5, float(t), 1}});
+        corners.insert(corners.end(), {first, first + 1, first + 2});
+        offsets.push_back(static_cast<std::uint32_t>(corners.size()));
+    }
+    return mesh(positions, offsets, corners);
+}
+
 // `source` with its faces in a fixed pseudo-random order (each face keeps its corner order),
 // so that consecutive faces use points from all over the mesh.
 inline Orsel::Ptr<Zelvane::Object> shuffledFaces(const Zelvane::Object& source) {

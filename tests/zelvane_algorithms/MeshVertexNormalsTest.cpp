@@ -34,7 +34,7 @@ TEST(MeshVertexNormals, CubeCornersSumTheirThreeFacesAndPointAlongTheDiagonals) 
     }
 }
 
-TEST(MeshVertexNormals, PolygonsContributeTheirVectorAreaOrTheirUnitNormal) {
+TEST(MeshVertexNormals, PolygonsContributeTheirNewellVectorAreaOrItsUnitNormal) {
     const auto triangle = mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 3}, {0, 1, 2});
     EXPECT_EQ(normalsOf(*triangle, true, false), std::vector<float3>(3, {0, 0, 0.5f}));
     EXPECT_EQ(normalsOf(*triangle, false, false), std::vector<float3>(3, {0, 0, 1}));
@@ -51,19 +51,17 @@ TEST(MeshVertexNormals, PolygonsContributeTheirVectorAreaOrTheirUnitNormal) {
             EXPECT_TRUE(near(n, unit(-1, 0, 1))) << "by area " << byArea;
         }
     }
-}
-
-TEST(MeshVertexNormals, NonPlanarQuadUsesItsNewellVectorNotItsFirstTriangle) {
-    // The first triangle alone would give (0, -1, 1)/sqrt(2); the vector area is
+    // A non-planar quad counts its Newell vector, not its first triangle's normal: the first
+    // triangle alone would give (0, -1, 1)/sqrt(2); the vector area is
     // (1,1,1) x (-1,1,0) / 2 = (-1,-1,2)/2.
-    const auto quad = mesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, {0, 4}, {0, 1, 2, 3});
-    EXPECT_EQ(normalsOf(*quad, true, false), std::vector<float3>(4, {-0.5f, -0.5f, 1}));
-    for (const float3& n : normalsOf(*quad, false, true)) {
+    const auto bent = mesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, {0, 4}, {0, 1, 2, 3});
+    EXPECT_EQ(normalsOf(*bent, true, false), std::vector<float3>(4, {-0.5f, -0.5f, 1}));
+    for (const float3& n : normalsOf(*bent, false, true)) {
         EXPECT_TRUE(near(n, unit(-1, -1, 2)));
     }
 }
 
-TEST(MeshVertexNormals, ConcaveFaceCountsItsWholeArea) {
+TEST(MeshVertexNormals, ConcaveFaceCountsItsWholeAreaAndOutweighsASmallerFace) {
     // An arrowhead in z = 0 of area 2, its notch at the origin, listed from a corner whose
     // first fan triangle turns backwards; and a triangle in x = 0 (area 1/2, normal +x) at the
     // notch.
@@ -79,21 +77,7 @@ TEST(MeshVertexNormals, ConcaveFaceCountsItsWholeArea) {
     EXPECT_TRUE(near(normalsOf(*shapes, false, true)[0], unit(1, 0, 1)));
 }
 
-TEST(MeshVertexNormals, AreaWeightingFavoursLargerFaces) {
-    // Point 0 is shared by a triangle in z = 0 (area 1/2, normal +z) and a 3 x 1 rectangle in
-    // y = 0 (area 3, normal +y).
-    const auto mixed = mesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 0, 1}, {3, 0, 1}, {3, 0, 0}},
-                            {0, 3, 7}, {0, 1, 2, 0, 3, 4, 5});
-    EXPECT_EQ(normalsOf(*mixed, true, false)[0], float3(0, 3, 0.5f));
-    EXPECT_EQ(normalsOf(*mixed, false, false)[0], float3(0, 1, 1));
-    EXPECT_TRUE(near(normalsOf(*mixed, true, true)[0], unit(0, 3, 0.5f)));
-    EXPECT_TRUE(near(normalsOf(*mixed, false, true)[0], unit(0, 1, 1)));
-    // Points of one face only keep that face's normal.
-    EXPECT_TRUE(near(normalsOf(*mixed, true, true)[1], {0, 0, 1}));
-    EXPECT_TRUE(near(normalsOf(*mixed, true, true)[4], {0, 1, 0}));
-}
-
-TEST(MeshVertexNormals, DegenerateFacesContributeNothingAndUnusedPointsGetZero) {
+TEST(MeshVertexNormals, DegenerateAndOpposingFacesContributeNothingAndUnusedPointsGetZero) {
     // Face 1 is collinear, face 2 has two corners, face 3 none, face 4 repeats a point of
     // face 0 (a triangle of area 1/2 whose point 0 counts twice); point 6 is used by no face.
     const auto degenerate =
@@ -110,6 +94,11 @@ TEST(MeshVertexNormals, DegenerateFacesContributeNothingAndUnusedPointsGetZero) 
     EXPECT_EQ(sums[0], float3(0, 0, 1.5f));
     EXPECT_EQ(sums[2], float3(0, 0, 1));
     EXPECT_EQ(normalsOf(*degenerate, true, true)[2], float3(0, 0, 1));
+    // Two sides of one triangle cancel.
+    const auto sheet = mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 3, 6}, {0, 1, 2, 0, 2, 1});
+    for (int mode = 0; mode < 4; ++mode) {
+        EXPECT_EQ(normalsOf(*sheet, mode & 1, mode & 2), std::vector<float3>(3, kZero));
+    }
 }
 
 TEST(MeshVertexNormals, TinyFacesKeepTheirDirectionUntilTheirAreaUnderflows) {
@@ -123,13 +112,6 @@ TEST(MeshVertexNormals, TinyFacesKeepTheirDirectionUntilTheirAreaUnderflows) {
     EXPECT_TRUE(near(normalsOf(*tiny(1e-30f), false, true)[0], unit(0, 1, 1)));
     // Areas of about 1e-60 are zero in single precision.
     EXPECT_EQ(normalsOf(*tiny(1e-30f), true, true), std::vector<float3>(5, kZero));
-}
-
-TEST(MeshVertexNormals, OpposingFacesCancelToZero) {
-    const auto sheet = mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 3, 6}, {0, 1, 2, 0, 2, 1});
-    for (int mode = 0; mode < 4; ++mode) {
-        EXPECT_EQ(normalsOf(*sheet, mode & 1, mode & 2), std::vector<float3>(3, kZero));
-    }
 }
 
 TEST(MeshVertexNormals, LargeMeshSumsEveryFaceOnceAtEachCornerInAnyFaceOrder) {
@@ -161,24 +143,7 @@ TEST(MeshVertexNormals, LargeMeshSumsEveryFaceOnceAtEachCornerInAnyFaceOrder) {
 }
 
 TEST(MeshVertexNormals, FaceLongerThanAChunkIsSummedOnce) {
-    // A 20000-gon in z = 0, then 3000 triangles in planes x = const (normal +x) on points of
-    // their own: the first face spans several chunks' worth of face-vertices.
-    std::vector<float3> positions;
-    std::vector<std::uint32_t> offsets{0, 20000};
-    std::vector<std::uint32_t> corners;
-    for (std::uint32_t i = 0; i < 20000; ++i) {
-        const double angle = 2.0 * 3.141592653589793 * i / 20000.0;
-        positions.push_back({float(std::cos(angle)), float(std::sin(angle)), 0.0f});
-        corners.push_back(i);
-    }
-    for (std::uint32_t t = 0; t < 3000; ++t) {
-        const auto first = static_cast<std::uint32_t>(positions.size());
-        positions.insert(positions.end(),
-                         {{5, float(t), 0}, {5, float(t) + 1, 0}, {5, float(t), 1}});
-        corners.insert(corners.end(), {first, first + 1, first + 2});
-        offsets.push_back(static_cast<std::uint32_t>(corners.size()));
-    }
-    const auto shapes = mesh(positions, offsets, corners);
+    const auto shapes = longFaceThenTriangles();
     for (const bool byArea : {false, true}) {
         const std::vector<float3> normals = normalsOf(*shapes, byArea, true);
         ASSERT_EQ(normals.size(), 29000u);

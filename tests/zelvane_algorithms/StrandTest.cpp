@@ -16,47 +16,36 @@ using Floats = std::vector<float>;
 
 constexpr float3 kZero{0.0f, 0.0f, 0.0f};
 
-std::vector<float3> tangentsOf(const std::vector<float3>& points) {
-    std::vector<float3> tangents(points.size(), float3{9, 9, 9});
-    EXPECT_TRUE(
-        computeStrandTangent(points.data(), points.data() + points.size(), tangents.data()));
-    return tangents;
-}
-
-TEST(StrandTangent, CentralDifferencesInsideOneSidedAtTheEnds) {
-    const std::vector<float3> tangents = tangentsOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
-    EXPECT_TRUE(near(tangents[0], {1, 0, 0}));
-    EXPECT_TRUE(near(tangents[1], unit(1, 1, 0)));
-    EXPECT_TRUE(near(tangents[2], {0, 1, 0}));
-
-    for (const float3& t : tangentsOf({{0, 0, 5}, {0, 0, 3}, {0, 0, -4}, {0, 0, -4.5f}})) {
-        EXPECT_TRUE(near(t, {0, 0, -1}));
+TEST(StrandTangent, CentralDifferencesOfDistinctNeighboursInsideOneSidedAtTheEnds) {
+    const struct {
+        const char* what;
+        std::vector<float3> points;
+        std::vector<float3> tangents;
+    } cases[] = {
+        {"a corner", {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, {{1, 0, 0}, unit(1, 1, 0), {0, 1, 0}}},
+        {"uneven steps",
+         {{0, 0, 5}, {0, 0, 3}, {0, 0, -4}, {0, 0, -4.5f}},
+         std::vector<float3>(4, {0, 0, -1})},
+        {"repeated points look through to their distinct neighbours",
+         {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {1, 2, 0}, {1, 2, 0}},
+         {{1, 0, 0}, {1, 0, 0}, unit(1, 2, 0), unit(1, 2, 0), {0, 1, 0}, {0, 1, 0}}},
+        {"a hairpin tip points towards the next point",
+         {{0, 0, 0}, {1, 0, 0}, {0, 0, 0}},
+         {{1, 0, 0}, {-1, 0, 0}, {-1, 0, 0}}},
+        {"one point has no direction", {{3, 4, 5}}, {kZero}},
+        {"coincident points have none", std::vector<float3>(3, {3, 4, 5}),
+         std::vector<float3>(3, kZero)},
+        {"points 1e-30 apart are still apart", {{0, 0, 0}, {1e-30f, 0, 0}}, {{1, 0, 0}, {1, 0, 0}}},
+    };
+    for (const auto& c : cases) {
+        std::vector<float3> tangents(c.points.size(), float3{9, 9, 9});
+        ASSERT_TRUE(computeStrandTangent(c.points.data(), c.points.data() + c.points.size(),
+                                         tangents.data()));
+        for (std::size_t i = 0; i < tangents.size(); ++i) {
+            const float tolerance = c.tangents[i] == kZero ? 0.0f : 1e-6f; // zero stays exact
+            EXPECT_TRUE(near(tangents[i], c.tangents[i], tolerance)) << c.what << ", point " << i;
+        }
     }
-}
-
-TEST(StrandTangent, RepeatedPointsLookThroughToTheirDistinctNeighbours) {
-    const std::vector<float3> tangents =
-        tangentsOf({{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {1, 2, 0}, {1, 2, 0}});
-    EXPECT_TRUE(near(tangents[0], {1, 0, 0}));
-    EXPECT_TRUE(near(tangents[1], {1, 0, 0}));
-    EXPECT_TRUE(near(tangents[2], unit(1, 2, 0)));
-    EXPECT_TRUE(near(tangents[3], unit(1, 2, 0)));
-    EXPECT_TRUE(near(tangents[4], {0, 1, 0}));
-    EXPECT_TRUE(near(tangents[5], {0, 1, 0}));
-}
-
-TEST(StrandTangent, HairpinTipPointsTowardsTheNextPoint) {
-    const std::vector<float3> tangents = tangentsOf({{0, 0, 0}, {1, 0, 0}, {0, 0, 0}});
-    EXPECT_TRUE(near(tangents[0], {1, 0, 0}));
-    EXPECT_TRUE(near(tangents[1], {-1, 0, 0}));
-    EXPECT_TRUE(near(tangents[2], {-1, 0, 0}));
-}
-
-TEST(StrandTangent, RunsWithoutDirectionGetZeroTangents) {
-    EXPECT_EQ(tangentsOf({{3, 4, 5}}), std::vector<float3>{kZero});
-    EXPECT_EQ(tangentsOf({{3, 4, 5}, {3, 4, 5}, {3, 4, 5}}), std::vector<float3>(3, kZero));
-    // Points 1e-30 apart are still apart.
-    EXPECT_TRUE(near(tangentsOf({{0, 0, 0}, {1e-30f, 0, 0}})[0], {1, 0, 0}));
 }
 
 TEST(StrandTangent, RejectsNullAndReversedRuns) {
@@ -84,17 +73,14 @@ Orsel::Ptr<Zelvane::Object> sampleStrands() {
                    {0, 3, 5, 6, 9, 9});
 }
 
-TEST(StrandLength, AccumulatesArcLengthPerPointAndTotalPerStrand) {
+TEST(StrandLengthAndRatio, AccumulateArcLengthPerPointAndRunFromZeroToOneAlongEachStrand) {
     Orsel::Array<float> strandLengths;
     Orsel::Array<float> pointLengths;
+    Orsel::Array<float> ratios;
     ASSERT_TRUE(computeStrandLength(*sampleStrands(), strandLengths, pointLengths, nullptr));
+    ASSERT_TRUE(computeStrandRatio(*sampleStrands(), ratios, nullptr));
     EXPECT_EQ(values(strandLengths), (Floats{7, 2, 0, 0, 0}));
     EXPECT_EQ(values(pointLengths), (Floats{0, 3, 7, 0, 2, 0, 0, 0, 0}));
-}
-
-TEST(StrandRatio, RunsFromZeroToOneAlongEachStrand) {
-    Orsel::Array<float> ratios;
-    ASSERT_TRUE(computeStrandRatio(*sampleStrands(), ratios, nullptr));
     EXPECT_EQ(values(ratios), (Floats{0, 3.0f / 7.0f, 1, 0, 1, 0, 0, 0.5f, 1}));
 }
 

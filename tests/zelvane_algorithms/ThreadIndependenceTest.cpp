@@ -97,6 +97,8 @@ TEST(ThreadIndependence, AdjacencyIsIdenticalOnOneAndAllThreadsAndConsistent) {
     const auto& faceVertex = *random->getArray<std::uint32_t>(Zelvane::Geometry::sFaceVertex);
     const auto& faceOffset = *random->getArray<std::uint32_t>(Zelvane::Geometry::sFaceOffset);
     ASSERT_EQ(parallel.faceVertexCount(), faceVertex.size());
+    EXPECT_EQ(parallel.pointOffsets.front(), 0u);
+    EXPECT_EQ(parallel.pointOffsets.back(), faceVertex.size());
     for (std::size_t p = 0; p < parallel.pointCount(); ++p) {
         const auto group = parallel.faceVerticesOf(p);
         ASSERT_TRUE(std::adjacent_find(group.begin(), group.end(), std::greater_equal<>()) ==
