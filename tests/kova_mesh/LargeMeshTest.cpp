@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <kova/KColorArray.h>
 #include <kova/KFloatArray.h>
 #include <numeric>
@@ -16,10 +15,10 @@
 // the results must be the ones an element-by-element pass gives.
 namespace {
 
-// A side x side grid of quads over a bumpy height field, with the vertex ids shuffled so that
-// every face mixes vertices from all over the id range.
+// A side x side grid of quads over a bumpy height field, row by row; unless `ordered`, with the
+// vertex ids shuffled so that every face mixes vertices from all over the id range.
 struct BumpyGrid {
-    explicit BumpyGrid(int side) {
+    explicit BumpyGrid(int side, bool ordered = false) {
         const int perRow = side + 1;
         vertexCount = perRow * perRow;
         faceCount = side * side;
@@ -27,7 +26,9 @@ struct BumpyGrid {
         std::uniform_real_distribution<float> height(-0.5f, 0.5f);
         std::vector<int> id(static_cast<std::size_t>(vertexCount));
         std::iota(id.begin(), id.end(), 0);
-        std::shuffle(id.begin(), id.end(), random);
+        if (!ordered) {
+            std::shuffle(id.begin(), id.end(), random);
+        }
         points.setLength(static_cast<unsigned int>(vertexCount));
         for (int y = 0; y < perRow; ++y) {
             for (int x = 0; x < perRow; ++x) {
@@ -87,15 +88,20 @@ std::string errorOf(const KStatus& status) {
     return status.errorString().asChar();
 }
 
-class LargeMesh : public ::testing::Test {
-protected:
-    void SetUp() override {
-        KFailureInjection::reset();
-        KScene::reset();
-        data = KFnMeshData().create();
+// The grid goes into the fixture's mesh data, replacing the small mesh there.
+// How many components of `normals` (three floats per vertex) differ from `expected`.
+int differingComponents(const float* normals, const std::vector<std::array<float, 3>>& expected) {
+    int differing = 0;
+    for (std::size_t v = 0; v < expected.size(); ++v) {
+        for (std::size_t c = 0; c < 3; ++c) {
+            differing += normals[3 * v + c] != expected[v][c] ? 1 : 0;
+        }
     }
-    void TearDown() override { KScene::reset(); }
+    return differing;
+}
 
+class LargeMesh : public MeshTest {
+protected:
     KStatus create(const BumpyGrid& g) {
         KStatus status;
         fn.create(g.vertexCount, g.faceCount, g.points, g.counts, g.connects, data, &status);
@@ -103,37 +109,15 @@ protected:
     }
 
     BumpyGrid grid{60};
-    KObject data;
-    KFnMesh fn;
 };
 
-TEST_F(LargeMesh, ComputedNormalsAreTheFaceOrderSumsOfNewellNormals) {
+TEST_F(LargeMesh, ComputedNormalsAreTheFaceOrderSumsOfNewellNormalsMadeOnceForAllThreads) {
     ASSERT_TRUE(create(grid));
-    ASSERT_EQ(fn.numNormals(), grid.vertexCount);
-    const float* normals = fn.getRawNormals();
-    const auto expected = grid.referenceNormals();
-    int differing = 0;
-    for (std::size_t v = 0; v < expected.size(); ++v) {
-        for (std::size_t c = 0; c < 3; ++c) {
-            differing += normals[3 * v + c] != expected[v][c] ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(differing, 0) << "the sums must match bit for bit, whatever the split";
-    KIntArray normalCounts, normalIds;
-    ASSERT_TRUE(fn.getNormalIds(normalCounts, normalIds));
-    EXPECT_EQ(normalIds, grid.connects);
-}
-
-TEST_F(LargeMesh, FirstReadsOfTheNormalsFromSeveralThreadsAgree) {
-    ASSERT_TRUE(create(grid));
-    const auto expected = grid.referenceNormals();
+    // The first reads come from several threads at once.
     std::vector<const float*> seen(4, nullptr);
     std::vector<std::thread> readers;
     for (std::size_t t = 0; t < seen.size(); ++t) {
-        readers.emplace_back([&, t] {
-            const KFnMesh reader(data);
-            seen[t] = reader.getRawNormals();
-        });
+        readers.emplace_back([&, t] { seen[t] = KFnMesh(data).getRawNormals(); });
     }
     for (std::thread& reader : readers) {
         reader.join();
@@ -141,9 +125,18 @@ TEST_F(LargeMesh, FirstReadsOfTheNormalsFromSeveralThreadsAgree) {
     for (const float* normals : seen) {
         ASSERT_EQ(normals, seen.front()) << "one table, made once";
     }
-    for (std::size_t v = 0; v < expected.size(); ++v) {
-        ASSERT_EQ(seen.front()[3 * v + 2], expected[v][2]) << "vertex " << v;
-    }
+    ASSERT_EQ(fn.numNormals(), grid.vertexCount);
+    EXPECT_EQ(differingComponents(seen.front(), grid.referenceNormals()), 0)
+        << "the sums must match bit for bit, whatever the split";
+    KIntArray normalCounts, normalIds;
+    ASSERT_TRUE(fn.getNormalIds(normalCounts, normalIds));
+    EXPECT_EQ(normalIds, grid.connects);
+}
+
+TEST_F(LargeMesh, ComputedNormalsOfAnOrderedMeshOfManyFacesAreTheFaceOrderSums) {
+    const BumpyGrid ordered(110, true); // faces enough for the host to split them up
+    ASSERT_TRUE(create(ordered));
+    EXPECT_EQ(differingComponents(fn.getRawNormals(), ordered.referenceNormals()), 0);
 }
 
 TEST_F(LargeMesh, FaceVertexNormalsNameTheFirstBadPairOrReplaceEveryNormal) {
@@ -176,7 +169,7 @@ TEST_F(LargeMesh, FaceVertexNormalsNameTheFirstBadPairOrReplaceEveryNormal) {
     }
 }
 
-TEST_F(LargeMesh, TopologyPointsAndUVsReadBackAsWritten) {
+TEST_F(LargeMesh, TopologyPointsAndUVsReadBackAsWrittenAndUVFaultsAreNamed) {
     ASSERT_TRUE(create(grid));
     KIntArray counts, connects;
     ASSERT_TRUE(fn.getVertices(counts, connects));
@@ -192,6 +185,24 @@ TEST_F(LargeMesh, TopologyPointsAndUVsReadBackAsWritten) {
         v.append(grid.points[static_cast<unsigned int>(i)].y);
     }
     ASSERT_TRUE(fn.setUVs(u, v));
+    const auto expectNoneAssigned = [&] {
+        KIntArray uvCounts, uvIds;
+        ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
+        EXPECT_EQ(uvIds.length(), 0u);
+        EXPECT_EQ(std::count(uvCounts.begin(), uvCounts.end(), 0), grid.faceCount);
+    };
+    // A faulty assignment is named by its first fault and changes nothing.
+    KIntArray faulty = grid.counts;
+    faulty[2000] = 3;
+    faulty[700] = 5;
+    EXPECT_EQ(errorOf(fn.assignUVs(faulty, grid.connects)), "polygon 700 has 4 vertices but 5 UVs");
+    faulty = grid.connects;
+    faulty[5000] = -1;
+    faulty[4000] = grid.vertexCount + 3;
+    EXPECT_EQ(errorOf(fn.assignUVs(grid.counts, faulty)),
+              "UV id " + std::to_string(grid.vertexCount + 3) + " is out of range");
+    expectNoneAssigned();
+
     ASSERT_TRUE(fn.assignUVs(grid.counts, grid.connects));
     KFloatArray uBack, vBack;
     KIntArray uvCounts, uvIds;
@@ -201,6 +212,11 @@ TEST_F(LargeMesh, TopologyPointsAndUVsReadBackAsWritten) {
     EXPECT_EQ(vBack, v);
     EXPECT_EQ(uvCounts, grid.counts);
     EXPECT_EQ(uvIds, grid.connects);
+    // Fewer UVs drop the assignments that no longer fit.
+    KFloatArray fewer(static_cast<unsigned int>(grid.vertexCount - 1), 0.75f);
+    ASSERT_TRUE(fn.setUVs(fewer, fewer));
+    expectNoneAssigned();
+    EXPECT_EQ(fn.numUVs(), grid.vertexCount - 1);
 }
 
 TEST_F(LargeMesh, CreationNamesTheFirstFaultyPolygonAndVertexId) {
@@ -217,40 +233,7 @@ TEST_F(LargeMesh, CreationNamesTheFirstFaultyPolygonAndVertexId) {
     g.connects.remove(7);
     EXPECT_EQ(errorOf(create(g)), "the polygon counts add up to 14400 face-vertices but the "
                                   "connects hold 14399");
-    EXPECT_EQ(fn.numVertices(), 0) << "a refused mesh leaves the data as it was";
-}
-
-TEST_F(LargeMesh, UVAssignmentNamesTheFirstFaultAndChangesNothing) {
-    ASSERT_TRUE(create(grid));
-    KFloatArray u(static_cast<unsigned int>(grid.vertexCount), 0.5f);
-    ASSERT_TRUE(fn.setUVs(u, u));
-    KIntArray counts = grid.counts;
-    counts[2000] = 3;
-    counts[700] = 5;
-    EXPECT_EQ(errorOf(fn.assignUVs(counts, grid.connects)), "polygon 700 has 4 vertices but 5 UVs");
-    KIntArray ids = grid.connects;
-    ids[5000] = -1;
-    ids[4000] = grid.vertexCount + 3;
-    EXPECT_EQ(errorOf(fn.assignUVs(grid.counts, ids)),
-              "UV id " + std::to_string(grid.vertexCount + 3) + " is out of range");
-    KIntArray uvCounts, uvIds;
-    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
-    EXPECT_EQ(uvIds.length(), 0u);
-    EXPECT_EQ(std::count(uvCounts.begin(), uvCounts.end(), 0), grid.faceCount);
-}
-
-TEST_F(LargeMesh, FewerUVsDropTheAssignmentsThatNoLongerFit) {
-    ASSERT_TRUE(create(grid));
-    KFloatArray u(static_cast<unsigned int>(grid.vertexCount), 0.25f);
-    ASSERT_TRUE(fn.setUVs(u, u));
-    ASSERT_TRUE(fn.assignUVs(grid.counts, grid.connects));
-    KFloatArray fewer(static_cast<unsigned int>(grid.vertexCount - 1), 0.75f);
-    ASSERT_TRUE(fn.setUVs(fewer, fewer));
-    KIntArray uvCounts, uvIds;
-    ASSERT_TRUE(fn.getAssignedUVs(uvCounts, uvIds));
-    EXPECT_EQ(uvIds.length(), 0u);
-    EXPECT_EQ(std::count(uvCounts.begin(), uvCounts.end(), 0), grid.faceCount);
-    EXPECT_EQ(fn.numUVs(), grid.vertexCount - 1);
+    EXPECT_EQ(fn.numVertices(), 10) << "a refused mesh leaves the data as it was";
 }
 
 TEST_F(LargeMesh, ColourIdsAreCheckedAssignedAndDroppedPerFaceVertex) {

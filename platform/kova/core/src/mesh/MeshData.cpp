@@ -7,6 +7,8 @@
 #include <string>
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
+#include <utility>
+#include <vector>
 
 namespace kova::detail {
 
@@ -158,13 +160,22 @@ void MeshData::computeVertexNormals() const {
     resizeForOverwrite(normalIds, connects.size());
     copyValues(connects.data(), connects.size(), normalIds.data());
     resizeForOverwrite(normals, points.size());
-    // The Newell normal of every face, once, in parallel.
+    // The Newell normal of every face, once, in parallel, by chunks of faces; each chunk also
+    // notes the range of vertices its faces use.
+    constexpr std::size_t kChunkFaces = 4096;
     const std::size_t faceCount = counts.size();
+    const std::size_t chunkCount = (faceCount + kChunkFaces - 1) / kChunkFaces;
     const BulkVector<int> offsets = faceOffsets();
     BulkVector<float> faceNormals;
     resizeForOverwrite(faceNormals, 3 * faceCount);
-    forEachRange(faceCount, [&](std::size_t begin, std::size_t end) {
-        for (std::size_t f = begin; f < end; ++f) {
+    std::vector<std::pair<int, int>> chunkVertices(chunkCount);
+    tbb::parallel_for(std::size_t{0}, chunkCount, [&](std::size_t chunk) {
+        const std::size_t end = std::min(faceCount, (chunk + 1) * kChunkFaces);
+        const int* first = connects.data() + offsets[chunk * kChunkFaces];
+        const int* last = connects.data() + offsets[end];
+        const auto [low, high] = std::minmax_element(first, last);
+        chunkVertices[chunk] = {*low, *high};
+        for (std::size_t f = chunk * kChunkFaces; f < end; ++f) {
             const std::array<float, 3> n =
                 newellNormal(points, connects.data() + offsets[f], counts[f]);
             std::copy(n.begin(), n.end(), faceNormals.begin() + 3 * f);
@@ -172,7 +183,8 @@ void MeshData::computeVertexNormals() const {
     });
     // Every part sums the face normals of one range of vertices, going over the faces in
     // order: each vertex gets the sum a face-by-face pass gives, however many parts there are,
-    // and no two parts write the same vertex.
+    // and no two parts write the same vertex. A part passes over the chunks that use none of
+    // its vertices, so on the usual, locally ordered meshes each face is visited about once.
     const std::size_t vertexCount = points.size() / 3;
     const std::size_t parts =
         vertexCount <= kSerialLimit
@@ -183,15 +195,23 @@ void MeshData::computeVertexNormals() const {
         const std::size_t size = vertexCount * (part + 1) / parts - first;
         float* sums = normals.data();
         std::fill(sums + 3 * first, sums + 3 * (first + size), 0.0f);
-        const int* vertex = connects.data();
-        const float* faceNormal = faceNormals.data();
-        for (std::size_t f = 0; f < faceCount; ++f, faceNormal += 3) {
-            for (const int* end = vertex + counts[f]; vertex != end; ++vertex) {
-                if (static_cast<std::size_t>(*vertex) - first < size) {
-                    float* sum = sums + 3 * static_cast<std::size_t>(*vertex);
-                    sum[0] += faceNormal[0];
-                    sum[1] += faceNormal[1];
-                    sum[2] += faceNormal[2];
+        for (std::size_t chunk = 0; chunk < chunkCount; ++chunk) {
+            const auto [low, high] = chunkVertices[chunk];
+            if (static_cast<std::size_t>(high) < first ||
+                static_cast<std::size_t>(low) >= first + size) {
+                continue;
+            }
+            const std::size_t end = std::min(faceCount, (chunk + 1) * kChunkFaces);
+            const int* vertex = connects.data() + offsets[chunk * kChunkFaces];
+            for (std::size_t f = chunk * kChunkFaces; f < end; ++f) {
+                const float* faceNormal = faceNormals.data() + 3 * f;
+                for (const int* stop = vertex + counts[f]; vertex != stop; ++vertex) {
+                    if (static_cast<std::size_t>(*vertex) - first < size) {
+                        float* sum = sums + 3 * static_cast<std::size_t>(*vertex);
+                        sum[0] += faceNormal[0];
+                        sum[1] += faceNormal[1];
+                        sum[2] += faceNormal[2];
+                    }
                 }
             }
         }
