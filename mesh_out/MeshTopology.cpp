@@ -1,6 +1,7 @@
 #include "mesh_out/MeshTopology.h"
 
 #include "common/ParallelFill.h"
+#include "mesh_out/CheckedIndices.h"
 #include "mesh_out/GraphProperties.h"
 
 #include <string>
@@ -98,29 +99,14 @@ void fillPolygonConnects(Orsel::Ptr<Orsel::Array<std::uint32_t>> faceVertices,
         return;
     }
     const std::uint32_t* source = faceVertexCount > 0 ? faceVertices->data() : nullptr;
-    int* target = connects.data();
     // Within uint32: the point count fits a host mesh.
-    const auto points = static_cast<std::uint32_t>(pointCount);
-    parallelFill(faceVertexCount, [=, &validation](std::size_t begin, std::size_t end) {
-        const std::uint32_t* from = source; // locals: the loop must not reload the closure
-        int* to = target;
-        const std::uint32_t limit = points;
-        unsigned faulty = 0;
-#pragma omp simd reduction(| : faulty)
-        for (std::size_t k = begin; k < end; ++k) {
-            to[k] = static_cast<int>(from[k]);
-            faulty |= from[k] >= limit ? 1u : 0u;
-        }
-        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
-            if (source[k] >= pointCount) {
-                validation.fail({MeshStep::faceVertices, 0, k},
-                                "face-vertex " + std::to_string(k) + " names point " +
-                                    std::to_string(source[k]) + " of " +
-                                    std::to_string(pointCount));
-                return;
-            }
-        }
-    });
+    copyCheckedIndices(source, faceVertexCount, static_cast<std::uint32_t>(pointCount),
+                       connects.data(), [&](std::size_t k) {
+                           validation.fail({MeshStep::faceVertices, 0, k},
+                                           "face-vertex " + std::to_string(k) + " names point " +
+                                               std::to_string(source[k]) + " of " +
+                                               std::to_string(pointCount));
+                       });
 }
 
 // The offsets must cover every face, start at 0 and end at the face-vertex count; in between

@@ -2,6 +2,7 @@
 
 #include "common/ParallelFill.h"
 #include "common/ProfilerCategories.h"
+#include "mesh_out/CheckedIndices.h"
 #include "mesh_out/GraphProperties.h"
 
 #include <algorithm>
@@ -51,42 +52,17 @@ void nameUVSets(std::vector<UVSetRecord>& sets) {
 }
 
 // Copies the set's indices into `ids` (unless null) and checks each against the UV count.
-// The loops have no branches (they vectorise); a range with a fault is scanned again for its
-// first one.
 void fillUVIds(const UVSetRecord& set, std::size_t setNumber, std::size_t faceVertexCount,
                std::size_t valueCount, int* ids, MeshObjectValidation& validation) {
     const std::uint32_t* index = set.indices->data();
     // Within uint32: readUVSets keeps sets that fit a host UV set.
-    const auto uvs = static_cast<std::uint32_t>(valueCount);
-    const auto scan = [&, index, ids, uvs]<bool Copy>(std::size_t begin, std::size_t end) {
-        const std::uint32_t* from = index; // locals: the loop must not reload the closure
-        int* to = ids;
-        const std::uint32_t limit = uvs;
-        unsigned faulty = 0;
-#pragma omp simd reduction(| : faulty)
-        for (std::size_t k = begin; k < end; ++k) {
-            if constexpr (Copy) {
-                to[k] = static_cast<int>(from[k]);
-            }
-            faulty |= from[k] >= limit ? 1u : 0u;
-        }
-        for (std::size_t k = begin; faulty != 0 && k < end; ++k) {
-            if (index[k] >= uvs) {
-                validation.fail({MeshStep::uvs, setNumber, k},
-                                "UV index " + std::to_string(index[k]) + " at face-vertex " +
-                                    std::to_string(k) + " of UV set " + quoted(set.name.view()) +
-                                    " is out of range (" + std::to_string(valueCount) + " UVs)");
-                return;
-            }
-        }
-    };
-    parallelFill(faceVertexCount, [&scan, ids](std::size_t begin, std::size_t end) {
-        if (ids != nullptr) {
-            scan.template operator()<true>(begin, end);
-        } else {
-            scan.template operator()<false>(begin, end);
-        }
-    });
+    copyCheckedIndices(
+        index, faceVertexCount, static_cast<std::uint32_t>(valueCount), ids, [&](std::size_t k) {
+            validation.fail({MeshStep::uvs, setNumber, k},
+                            "UV index " + std::to_string(index[k]) + " at face-vertex " +
+                                std::to_string(k) + " of UV set " + quoted(set.name.view()) +
+                                " is out of range (" + std::to_string(valueCount) + " UVs)");
+        });
 }
 
 template <class Value>
